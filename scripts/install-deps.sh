@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Installs every Debian package that the build, the tests and the demo need.
+# Safe to run again: apt-get skips what is already there. Run as root (or with sudo).
+set -euo pipefail
+
+packages=(
+  # toolchain and build
+  build-essential g++ cmake ninja-build pkg-config ccache clang-format
+  # tests and benchmarks
+  googletest libgtest-dev libgmock-dev libbenchmark-dev
+  # pixels, paths and text
+  libpixman-1-dev libcairo2-dev libpango1.0-dev libfontconfig-dev libpng-dev
+  fonts-noto-cjk fonts-dejavu-core
+  # data
+  nlohmann-json3-dev
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q '^install ok installed$' || missing+=("$p")
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  echo "install-deps: all ${#packages[@]} packages present"
+  exit 0
+fi
+
+SUDO=""
+[ "$(id -u)" -eq 0 ] || SUDO="sudo"
+export DEBIAN_FRONTEND=noninteractive
+$SUDO apt-get update -q
+$SUDO apt-get install -y -q --no-install-recommends "${missing[@]}"
