@@ -19,7 +19,7 @@ enum class PixelFormat {
 int bytesPerPixel(PixelFormat format);  // 4 for every format we have
 
 class Bitmap {
-public:
+  public:
     // A zero-filled (transparent) bitmap; rowBytes 0 means tight rows.
     Bitmap(int width, int height, PixelFormat format = PixelFormat::RGBA8888Premultiplied,
            size_t rowBytes = 0);
@@ -42,7 +42,7 @@ public:
     // The same picture in another format (straight copy when it already is in that format).
     std::shared_ptr<Bitmap> converted(PixelFormat format) const;
 
-private:
+  private:
     int width_;
     int height_;
     PixelFormat format_;

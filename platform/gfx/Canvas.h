@@ -13,7 +13,6 @@
 
 namespace orv::gfx {
 
-
 struct StrokeStyle {
     double width = 1;
     LineCap cap = LineCap::Butt;
@@ -23,7 +22,7 @@ struct StrokeStyle {
 };
 
 class Canvas {
-public:
+  public:
     // A transparent surface of size × scale pixels.
     Canvas(Size sizeInPoints, double scale);
     ~Canvas();
@@ -61,7 +60,7 @@ public:
     struct Impl;
     Impl& impl() { return *impl_; }
 
-private:
+  private:
     std::unique_ptr<Impl> impl_;
 };
 

@@ -25,7 +25,7 @@ enum class ImageOrientation {
 
 class Image : public rt::Object {
     ORV_DECLARE_CLASS(Image)
-public:
+  public:
     static std::shared_ptr<Image> withBitmap(BitmapPtr bitmap, double scale = 1,
                                              ImageOrientation orientation = ImageOrientation::Up);
     // The zero-size placeholder: no bitmap, size {0, 0}.
@@ -37,12 +37,15 @@ public:
     // Pixel size divided by the scale, width and height exchanged for the left/right tags.
     Size size() const;
 
-protected:
+  protected:
     BitmapPtr bitmap_;
     double scale_ = 1;
     ImageOrientation orientation_ = ImageOrientation::Up;
 };
 
 using ImagePtr = std::shared_ptr<Image>;
+
+// True for the tags that turn the picture a quarter (its width and height trade places).
+bool isQuarterTurn(ImageOrientation orientation);
 
 }  // namespace orv::gfx

@@ -11,7 +11,7 @@ enum class LineCap { Butt, Round, Square };
 enum class LineJoin { Miter, Round, Bevel };
 
 class Path {
-public:
+  public:
     enum class ElementType { MoveTo, LineTo, QuadCurveTo, CurveTo, Close };
     struct Element {
         ElementType type;
@@ -38,11 +38,19 @@ public:
     static Path rect(const Rect& r);
     static Path ellipseInRect(const Rect& r);
     static Path roundedRect(const Rect& r, double cornerRadius);
-    static Path arc(Point center, double radius, double startAngle, double endAngle, bool clockwise);
+    static Path arc(Point center, double radius, double startAngle, double endAngle,
+                    bool clockwise);
 
-private:
+  private:
+    void append(ElementType type, Point p0, Point p1 = {}, Point p2 = {});
+    void ensureCurrentPoint(Point p);
+    // Cubic pieces of the arc from `start` sweeping `sweep` radians (sign gives the direction).
+    void appendArcCurves(Point center, double radius, double start, double sweep);
+
     std::vector<Element> elements_;
     bool hasCurrentPoint_ = false;
+    Point current_;
+    Point subpathStart_;
 };
 
 }  // namespace orv::gfx

@@ -14,7 +14,14 @@ class Canvas;
 
 enum class TextAlignment { Left = 0, Center = 1, Right = 2, Justified = 3, Natural = 4 };
 // The platform's numbering: 0 word wrap, 1 char wrap, 2 clip, 3 head, 4 tail, 5 middle.
-enum class LineBreakMode { WordWrap = 0, CharWrap = 1, Clip = 2, TruncateHead = 3, TruncateTail = 4, TruncateMiddle = 5 };
+enum class LineBreakMode {
+    WordWrap = 0,
+    CharWrap = 1,
+    Clip = 2,
+    TruncateHead = 3,
+    TruncateTail = 4,
+    TruncateMiddle = 5
+};
 
 struct TextStyle {
     Font font = Font::systemFont(17);
@@ -26,7 +33,7 @@ struct TextStyle {
 };
 
 class TextLayout {
-public:
+  public:
     // Lays the text out in a box at most `maxSize` (a non-positive side means unbounded).
     TextLayout(std::string text, TextStyle style, Size maxSize);
     ~TextLayout();
@@ -36,10 +43,12 @@ public:
     // The size the text takes, in points (fractional, as the platform measures it).
     Size size() const;
     int lineCount() const;
+    // Characters no font on the system could show (drawn as boxes); 0 when all have glyphs.
+    int unknownGlyphCount() const;
     // Draws the text in `rect`: aligned horizontally by the style, from the rect's top.
     void draw(Canvas& canvas, const Rect& rect) const;
 
-private:
+  private:
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };

@@ -2,7 +2,7 @@
 // The drawable part of a view (and free-standing sublayers such as shape layers): border,
 // corner radius, clipping, contents, a mask, sublayers and keyed animations.
 
-#include <map>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,12 +27,16 @@ class Layer : public rt::Object {
 public:
     using Ptr = std::shared_ptr<Layer>;
 
+    void dealloc() override;
+
     // The view this layer backs, or null for a free-standing layer.
     View* delegateView() const { return view_; }
 
     // Geometry of a free-standing layer (a view's layer follows its view's frame instead).
     gfx::Rect frame() const { return frame_; }
     void setFrame(const gfx::Rect& frame) { frame_ = frame; }
+    // Bounds from the origin with the frame's size, or the view's bounds; position is the
+    // centre of the frame (the anchor point is always the middle), or the view's centre.
     gfx::Rect bounds() const;
     gfx::Point position() const;
     void setPosition(gfx::Point p);
@@ -75,12 +79,28 @@ public:
     void removeAllAnimations();
     std::vector<std::string> animationKeys() const;
 
+    // What the running animations make of a key path's model value now.
+    double presentationValue(const std::string& keyPath, double modelValue) const;
+    // The model transform with the running "transform.rotation" and "transform.scale" applied.
+    gfx::AffineTransform presentationTransform(const gfx::AffineTransform& model) const;
+    // This layer's opacity now (for a view's layer: the view's alpha, animations included).
+    double presentationOpacity() const;
+
     // Draws this layer's own content (background, contents, subclass drawing) in its bounds;
     // the renderer handles transforms, opacity, clipping, border and sublayers around it.
     virtual void drawInCanvas(gfx::Canvas& canvas) const;
 
 private:
     friend class View;
+    struct RunningAnimation {
+        std::string key;
+        std::shared_ptr<Animation> animation;
+        double beginTime = 0;
+        uint64_t serial = 0;
+    };
+    void animationTimeIsUp(uint64_t serial);
+    void stopAnimation(const RunningAnimation& running, bool finished);
+
     View* view_ = nullptr;
     gfx::Rect frame_;
     gfx::AffineTransform transform_;
@@ -96,7 +116,8 @@ private:
     Ptr mask_;
     Layer* superlayer_ = nullptr;
     std::vector<Ptr> sublayers_;
-    std::vector<std::pair<std::string, std::shared_ptr<Animation>>> animations_;
+    std::vector<RunningAnimation> animations_;
+    uint64_t nextSerial_ = 1;
 };
 
 }  // namespace orv::ui

@@ -75,6 +75,16 @@ public:
     void setCenter(gfx::Point center);
     gfx::AffineTransform transform() const { return transform_; }
     void setTransform(const gfx::AffineTransform& t);
+    // From this view's bounds space to its superview's: the bounds origin offset, then the
+    // transform about the centre, then the centre's place in the superview.
+    gfx::AffineTransform transformToSuperview() const;
+
+    // What the screen shows while a view animation moves a property (the model value otherwise).
+    double presentationAlpha() const;
+    gfx::Point presentationCenter() const;
+    gfx::Rect presentationBounds() const;
+    gfx::AffineTransform presentationTransform() const;
+    std::optional<gfx::Color> presentationBackgroundColor() const;
 
     // Appearance. alpha is stored as given (100 counts as opaque); it is clamped when drawn.
     double alpha() const { return alpha_; }
@@ -134,12 +144,15 @@ public:
 
     // Layout and drawing.
     void setNeedsLayout();
+    bool needsLayout() const { return needsLayout_; }
+    // Runs layoutSubviews() here and below wherever a layout is pending.
     void layoutIfNeeded();
     virtual void layoutSubviews() {}
     virtual gfx::Size sizeThatFits(gfx::Size size) const { return bounds_.size; }
     void sizeToFit();
     void setNeedsDisplay();
     bool needsDisplay() const { return needsDisplay_; }
+    void clearNeedsDisplay() { needsDisplay_ = false; }
     // Custom drawing, called by the renderer in bounds coordinates when a subclass overrides it.
     virtual void drawRect(gfx::Canvas& canvas, const gfx::Rect& rect) {}
     virtual bool hasCustomDrawing() const { return false; }
@@ -173,6 +186,11 @@ private:
     friend class Window;
     void setWindowRecursively(Window* window);
     void removeSubviewInternal(View* view);
+    // Inserts (or moves, when already ours) a subview at the index `where` gives once the view
+    // is out of the list.
+    void placeSubview(const Ptr& view, const std::function<size_t()>& where);
+    void setGeometry(gfx::Point center, const gfx::Rect& bounds);
+    void autoresizeSubviews(gfx::Size oldSize);
 
     gfx::Rect bounds_;
     gfx::Point center_;
@@ -186,7 +204,7 @@ private:
     bool multipleTouchEnabled_ = false;
     unsigned autoresizingMask_ = AutoresizingNone;
     bool autoresizesSubviews_ = true;
-    bool needsLayout_ = false;
+    bool needsLayout_ = true;  // a new view lays out once, as on the platform
     bool needsDisplay_ = false;
     std::shared_ptr<Layer> layer_;
     View* superview_ = nullptr;

@@ -1,0 +1,3 @@
+#include "frameworks/core/OrvKitTSCControllerTrans.h"
+
+ORV_DEFINE_CLASS(OrvKitTSCControllerTrans, orv::rt::Object)

@@ -1,0 +1,3 @@
+#include "frameworks/core/OrvResult.h"
+
+ORV_DEFINE_CLASS(OrvResult, orv::rt::Object)

@@ -1,0 +1,3 @@
+#include "orvviews/widgets/OrvImageResultController.h"
+
+ORV_DEFINE_CLASS(OrvImageResultController, OrvResultViewController)

@@ -1,0 +1,3 @@
+#include "orvviews/widgets/OrvInputComponent.h"
+
+ORV_DEFINE_CLASS(OrvInputComponent, OrvEditComponent)

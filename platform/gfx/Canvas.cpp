@@ -1,0 +1,399 @@
+#include "platform/gfx/Canvas.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "platform/gfx/CairoPixels.h"
+#include "platform/gfx/CanvasImpl.h"
+
+namespace orv::gfx {
+
+namespace {
+
+int pixelExtent(double points, double scale) {
+    return std::max(0, static_cast<int>(std::lround(points * scale)));
+}
+
+cairo_matrix_t toCairo(const AffineTransform& t) {
+    cairo_matrix_t m;
+    cairo_matrix_init(&m, t.a, t.b, t.c, t.d, t.tx, t.ty);
+    return m;
+}
+
+void appendPath(cairo_t* cr, const Path& path) {
+    for (const Path::Element& e : path.elements()) {
+        const Point* p = e.points;
+        switch (e.type) {
+            case Path::ElementType::MoveTo:
+                cairo_move_to(cr, p[0].x, p[0].y);
+                break;
+            case Path::ElementType::LineTo:
+                cairo_line_to(cr, p[0].x, p[0].y);
+                break;
+            case Path::ElementType::QuadCurveTo: {
+                double x0, y0;
+                cairo_get_current_point(cr, &x0, &y0);
+                // The cubic with the same shape as the quadratic.
+                cairo_curve_to(cr, x0 + 2.0 / 3 * (p[0].x - x0), y0 + 2.0 / 3 * (p[0].y - y0),
+                               p[1].x + 2.0 / 3 * (p[0].x - p[1].x),
+                               p[1].y + 2.0 / 3 * (p[0].y - p[1].y), p[1].x, p[1].y);
+                break;
+            }
+            case Path::ElementType::CurveTo:
+                cairo_curve_to(cr, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y);
+                break;
+            case Path::ElementType::Close:
+                cairo_close_path(cr);
+                break;
+        }
+    }
+}
+
+struct Polyline {
+    std::vector<Point> points;
+    bool closed = false;
+};
+
+// The current path of `cr`, flattened into polylines (cairo's tolerance, in device pixels).
+std::vector<Polyline> flattenCurrentPath(cairo_t* cr) {
+    std::vector<Polyline> lines;
+    cairo_path_t* flat = cairo_copy_path_flat(cr);
+    for (int i = 0; i < flat->num_data; i += flat->data[i].header.length) {
+        const cairo_path_data_t& d = flat->data[i];
+        switch (d.header.type) {
+            case CAIRO_PATH_MOVE_TO:
+                if (lines.empty() || lines.back().points.size() > 1 || lines.back().closed) {
+                    lines.emplace_back();
+                }
+                lines.back().points = {{flat->data[i + 1].point.x, flat->data[i + 1].point.y}};
+                break;
+            case CAIRO_PATH_LINE_TO:
+                if (lines.empty()) lines.emplace_back();
+                lines.back().points.push_back(
+                    {flat->data[i + 1].point.x, flat->data[i + 1].point.y});
+                break;
+            case CAIRO_PATH_CLOSE_PATH:
+                if (!lines.empty()) lines.back().closed = true;
+                break;
+            case CAIRO_PATH_CURVE_TO:
+                break;  // a flat path has none
+        }
+    }
+    cairo_path_destroy(flat);
+    return lines;
+}
+
+double distance(Point a, Point b) {
+    return std::hypot(b.x - a.x, b.y - a.y);
+}
+
+Point lerp(Point a, Point b, double t) {
+    return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t};
+}
+
+// Replaces the current path by the part of it between the length fractions [from, to].
+void trimCurrentPath(cairo_t* cr, double from, double to) {
+    std::vector<Polyline> lines = flattenCurrentPath(cr);
+    cairo_new_path(cr);
+    double total = 0;
+    for (Polyline& l : lines) {
+        if (l.closed) l.points.push_back(l.points.front());
+        for (size_t i = 1; i < l.points.size(); ++i)
+            total += distance(l.points[i - 1], l.points[i]);
+    }
+    const double start = from * total, end = to * total;
+    double walked = 0;
+    for (const Polyline& l : lines) {
+        double lineLength = 0;
+        for (size_t i = 1; i < l.points.size(); ++i)
+            lineLength += distance(l.points[i - 1], l.points[i]);
+        if (l.closed && start <= walked && walked + lineLength <= end) {
+            // A whole closed sub-path keeps its join where it closes.
+            cairo_move_to(cr, l.points[0].x, l.points[0].y);
+            for (size_t i = 1; i + 1 < l.points.size(); ++i)
+                cairo_line_to(cr, l.points[i].x, l.points[i].y);
+            cairo_close_path(cr);
+            walked += lineLength;
+            continue;
+        }
+        bool drawing = false;
+        for (size_t i = 1; i < l.points.size(); ++i) {
+            const Point a = l.points[i - 1], b = l.points[i];
+            const double len = distance(a, b);
+            const double s = std::max(start, walked), e = std::min(end, walked + len);
+            if (s < e) {
+                const Point p0 = lerp(a, b, (s - walked) / len),
+                            p1 = lerp(a, b, (e - walked) / len);
+                if (!drawing) cairo_move_to(cr, p0.x, p0.y);
+                cairo_line_to(cr, p1.x, p1.y);
+                drawing = true;
+            } else {
+                drawing = false;
+            }
+            walked += len;
+        }
+    }
+}
+
+cairo_line_cap_t toCairo(LineCap cap) {
+    switch (cap) {
+        case LineCap::Butt:
+            return CAIRO_LINE_CAP_BUTT;
+        case LineCap::Round:
+            return CAIRO_LINE_CAP_ROUND;
+        case LineCap::Square:
+            return CAIRO_LINE_CAP_SQUARE;
+    }
+    return CAIRO_LINE_CAP_BUTT;
+}
+
+cairo_line_join_t toCairo(LineJoin join) {
+    switch (join) {
+        case LineJoin::Miter:
+            return CAIRO_LINE_JOIN_MITER;
+        case LineJoin::Round:
+            return CAIRO_LINE_JOIN_ROUND;
+        case LineJoin::Bevel:
+            return CAIRO_LINE_JOIN_BEVEL;
+    }
+    return CAIRO_LINE_JOIN_MITER;
+}
+
+// Maps pixel coordinates of a bitmap to the coordinates of the upright picture (in pixels).
+AffineTransform orientationTransform(ImageOrientation o, double w, double h) {
+    switch (o) {
+        case ImageOrientation::Up:
+            return {};
+        case ImageOrientation::Down:
+            return {-1, 0, 0, -1, w, h};
+        case ImageOrientation::Left:
+            return {0, -1, 1, 0, 0, w};
+        case ImageOrientation::Right:
+            return {0, 1, -1, 0, h, 0};
+        case ImageOrientation::UpMirrored:
+            return {-1, 0, 0, 1, w, 0};
+        case ImageOrientation::DownMirrored:
+            return {1, 0, 0, -1, 0, h};
+        case ImageOrientation::LeftMirrored:
+            return {0, 1, 1, 0, 0, 0};
+        case ImageOrientation::RightMirrored:
+            return {0, -1, -1, 0, h, w};
+    }
+    return {};
+}
+
+double clamp01(double v) {
+    return std::clamp(v, 0.0, 1.0);
+}
+
+}  // namespace
+
+Canvas::Impl::Impl(Size sizeInPoints, double deviceScale)
+    : size(sizeInPoints), scale(deviceScale > 0 ? deviceScale : 1) {
+    surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pixelExtent(size.width, scale),
+                                         pixelExtent(size.height, scale));
+    cr = cairo_create(surface);
+    cairo_scale(cr, scale, scale);
+}
+
+Canvas::Impl::~Impl() {
+    cairo_destroy(cr);
+    cairo_surface_destroy(surface);
+}
+
+void Canvas::Impl::setSourceColor(const Color& c) const {
+    cairo_set_source_rgba(cr, clamp01(c.r), clamp01(c.g), clamp01(c.b), clamp01(c.a) * alpha);
+}
+
+Canvas::Canvas(Size sizeInPoints, double scale)
+    : impl_(std::make_unique<Impl>(sizeInPoints, scale)) {}
+
+Canvas::~Canvas() = default;
+
+Size Canvas::size() const {
+    return impl_->size;
+}
+double Canvas::scale() const {
+    return impl_->scale;
+}
+
+void Canvas::save() {
+    cairo_save(impl_->cr);
+    impl_->savedAlpha.push_back(impl_->alpha);
+}
+
+void Canvas::restore() {
+    if (impl_->savedAlpha.empty()) return;  // unbalanced: keep cairo's stack intact
+    cairo_restore(impl_->cr);
+    impl_->alpha = impl_->savedAlpha.back();
+    impl_->savedAlpha.pop_back();
+}
+
+void Canvas::concat(const AffineTransform& t) {
+    const cairo_matrix_t m = toCairo(t);
+    cairo_transform(impl_->cr, &m);
+}
+
+void Canvas::translate(double x, double y) {
+    cairo_translate(impl_->cr, x, y);
+}
+
+void Canvas::clipToRect(const Rect& r) {
+    cairo_rectangle(impl_->cr, r.origin.x, r.origin.y, r.size.width, r.size.height);
+    cairo_clip(impl_->cr);
+}
+
+void Canvas::clipToRoundedRect(const Rect& r, double cornerRadius) {
+    appendPath(impl_->cr, Path::roundedRect(r, cornerRadius));
+    cairo_clip(impl_->cr);
+}
+
+void Canvas::setAlpha(double alpha) {
+    impl_->alpha *= clamp01(alpha);
+}
+double Canvas::alpha() const {
+    return impl_->alpha;
+}
+
+void Canvas::fill(const Color& color) {
+    impl_->setSourceColor(color);
+    cairo_paint(impl_->cr);
+}
+
+void Canvas::fillRect(const Rect& r, const Color& color) {
+    cairo_rectangle(impl_->cr, r.origin.x, r.origin.y, r.size.width, r.size.height);
+    impl_->setSourceColor(color);
+    cairo_fill(impl_->cr);
+}
+
+void Canvas::fillPath(const Path& path, const Color& color) {
+    appendPath(impl_->cr, path);
+    impl_->setSourceColor(color);
+    cairo_fill(impl_->cr);
+}
+
+void Canvas::strokePath(const Path& path, const Color& color, const StrokeStyle& style) {
+    const double from = clamp01(style.strokeStart), to = clamp01(style.strokeEnd);
+    if (to <= from || style.width <= 0) return;
+    cairo_t* cr = impl_->cr;
+    appendPath(cr, path);
+    if (from > 0 || to < 1) trimCurrentPath(cr, from, to);
+    cairo_set_line_width(cr, style.width);
+    cairo_set_line_cap(cr, toCairo(style.cap));
+    cairo_set_line_join(cr, toCairo(style.join));
+    impl_->setSourceColor(color);
+    cairo_stroke(cr);
+}
+
+void Canvas::strokeRectInside(const Rect& rect, double width, double cornerRadius,
+                              const Color& color) {
+    if (width <= 0) return;
+    const Rect r = rectStandardize(rect);
+    cairo_t* cr = impl_->cr;
+    appendPath(cr, Path::roundedRect(r, cornerRadius));
+    const Rect inner = rectInset(r, width, width);
+    if (!rectIsEmpty(inner)) {
+        appendPath(cr, Path::roundedRect(inner, std::max(0.0, cornerRadius - width)));
+    }
+    cairo_save(cr);
+    cairo_set_fill_rule(cr, CAIRO_FILL_RULE_EVEN_ODD);
+    impl_->setSourceColor(color);
+    cairo_fill(cr);
+    cairo_restore(cr);
+}
+
+namespace {
+
+// Runs `paint` with the user space set to the bitmap's pixel grid laid upright into `r`, and
+// the source/mask pattern it is given over the bitmap's pixels.
+template <class Paint>
+void withImagePattern(cairo_t* cr, const Image& image, const Rect& r, Paint&& paint) {
+    const BitmapPtr& source = image.bitmap();
+    if (!source || source->width() == 0 || source->height() == 0 || rectIsEmpty(r)) return;
+    const BitmapPtr pixels = cairo_pixels::readyForCairo(source);
+    const double w = pixels->width(), h = pixels->height();
+    const bool turned = isQuarterTurn(image.orientation());
+    const double uprightW = turned ? h : w, uprightH = turned ? w : h;
+
+    cairo_surface_t* surface = cairo_pixels::wrap(*pixels);
+    cairo_pattern_t* pattern = cairo_pattern_create_for_surface(surface);
+    // Padding keeps the edges of a scaled picture crisp inside its rectangle.
+    cairo_pattern_set_extend(pattern, CAIRO_EXTEND_PAD);
+    cairo_pattern_set_filter(pattern, CAIRO_FILTER_GOOD);
+
+    cairo_save(cr);
+    cairo_translate(cr, r.origin.x, r.origin.y);
+    cairo_scale(cr, r.size.width / uprightW, r.size.height / uprightH);
+    const cairo_matrix_t m = toCairo(orientationTransform(image.orientation(), w, h));
+    cairo_transform(cr, &m);
+    cairo_rectangle(cr, 0, 0, w, h);
+    cairo_clip(cr);
+    paint(pattern);
+    cairo_restore(cr);
+
+    cairo_pattern_destroy(pattern);
+    cairo_surface_destroy(surface);
+}
+
+}  // namespace
+
+void Canvas::drawImage(const Image& image, const Rect& r) {
+    cairo_t* cr = impl_->cr;
+    const double alpha = impl_->alpha;
+    withImagePattern(cr, image, r, [&](cairo_pattern_t* pattern) {
+        cairo_set_source(cr, pattern);
+        if (alpha >= 1)
+            cairo_paint(cr);
+        else
+            cairo_paint_with_alpha(cr, alpha);
+    });
+}
+
+void Canvas::drawImageTinted(const Image& image, const Rect& r, const Color& tint) {
+    cairo_t* cr = impl_->cr;
+    withImagePattern(cr, image, r, [&](cairo_pattern_t* pattern) {
+        impl_->setSourceColor(tint);
+        cairo_mask(cr, pattern);
+    });
+}
+
+void Canvas::drawRadialGradient(Point center, double radius, const Color& inner,
+                                const Color& outer) {
+    if (radius <= 0) return;
+    cairo_pattern_t* gradient =
+        cairo_pattern_create_radial(center.x, center.y, 0, center.x, center.y, radius);
+    const double a = impl_->alpha;
+    cairo_pattern_add_color_stop_rgba(gradient, 0, clamp01(inner.r), clamp01(inner.g),
+                                      clamp01(inner.b), clamp01(inner.a) * a);
+    cairo_pattern_add_color_stop_rgba(gradient, 1, clamp01(outer.r), clamp01(outer.g),
+                                      clamp01(outer.b), clamp01(outer.a) * a);
+    // Only the disc is painted, as a gradient drawn without extension options is.
+    cairo_arc(impl_->cr, center.x, center.y, radius, 0, 2 * M_PI);
+    cairo_set_source(impl_->cr, gradient);
+    cairo_fill(impl_->cr);
+    cairo_pattern_destroy(gradient);
+}
+
+BitmapPtr Canvas::snapshot() const {
+    cairo_surface_flush(impl_->surface);
+    const int w = cairo_image_surface_get_width(impl_->surface);
+    const int h = cairo_image_surface_get_height(impl_->surface);
+    const int stride = cairo_image_surface_get_stride(impl_->surface);
+    const uint8_t* data = cairo_image_surface_get_data(impl_->surface);
+    auto out = std::make_shared<Bitmap>(w, h);
+    for (int y = 0; y < h; ++y) {
+        const uint8_t* src = data + static_cast<size_t>(stride) * y;
+        uint8_t* dst = out->mutableRow(y);
+        // Bytes B, G, R, A (native-endian A R G B words) to R, G, B, A.
+        for (int x = 0; x < w; ++x, src += 4, dst += 4) {
+            dst[0] = src[2];
+            dst[1] = src[1];
+            dst[2] = src[0];
+            dst[3] = src[3];
+        }
+    }
+    return out;
+}
+
+}  // namespace orv::gfx
