@@ -20,6 +20,8 @@
 #include "platform/ui/Label.h"
 #include "platform/ui/Layer.h"
 #include "platform/ui/Screen.h"
+#include "platform/ui/Touch.h"
+#include "platform/ui/Transaction.h"
 #include "platform/ui/ShapeLayer.h"
 #include "platform/ui/ViewController.h"
 #include "platform/ui/Window.h"
@@ -251,7 +253,7 @@ bool OrvPopupProgress::isClear() const {
 void OrvPopupProgress::showProgressNow(float progress, const OrvText& status, unsigned maskType) {
     auto overlay = overlayView();
     if (!overlay->superview()) {
-        if (ui::Window* window = ui::Application::shared().keyWindow()) window->addSubview(overlay);
+        if (const auto& window = ui::Application::shared().keyWindow()) window->addSubview(overlay);
     } else {
         overlay->superview()->bringSubviewToFront(overlay.get());
     }
@@ -388,7 +390,7 @@ void OrvPopupProgress::finishDismissal() {
     indefiniteAnimatedView_ = nullptr;
     postNotification(OrvKitProgressHUDDidDisappearNotification, notificationUserInfo());
 
-    if (ui::Window* window = ui::Application::shared().keyWindow()) {
+    if (const auto& window = ui::Application::shared().keyWindow()) {
         if (auto root = window->rootViewController()) root->setNeedsStatusBarAppearanceUpdate();
     }
 }
@@ -485,7 +487,7 @@ void OrvPopupProgress::moveToPoint(gfx::Point center, double angle) {
 }
 
 double OrvPopupProgress::visibleKeyboardHeight() const {
-    ui::Window* window = ui::Application::shared().keyWindow();
+    const auto& window = ui::Application::shared().keyWindow();
     if (window) {
         for (const auto& view : window->subviews()) {
             const std::string& name = view->className();

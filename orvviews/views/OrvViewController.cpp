@@ -54,7 +54,7 @@ void OrvViewController::setBarButton(bool left, const std::optional<std::string>
                                      const std::optional<gfx::Color>& color, Action action) {
     auto item = ui::BarButtonItem::itemWithTitle(title, ui::BarButtonItemStylePlain, self(),
                                                  std::move(action));
-    if (color) item->setTitleTextAttributes({.foregroundColor = *color}, 0);
+    if (color) item->setTitleTextAttributes({.foregroundColor = *color, .font = std::nullopt}, 0);
     if (left) navigationItem()->setLeftBarButtonItem(item);
     else navigationItem()->setRightBarButtonItem(item);
 }

@@ -186,6 +186,6 @@ void orvAddWindowAnimation(ui::ViewController& controller, const OrvAnimationPtr
     if (!animation) return;
     const auto& view = controller.viewIfLoaded();
     ui::Window* window = view ? view->window() : nullptr;
-    if (!window) window = ui::Application::shared().keyWindow();
+    if (!window) window = ui::Application::shared().keyWindow().get();
     if (window) window->layer().addAnimation(animation, key);
 }

@@ -220,23 +220,53 @@ double Canvas::scale() const {
 
 void Canvas::save() {
     cairo_save(impl_->cr);
-    impl_->savedAlpha.push_back(impl_->alpha);
+    impl_->saved.push_back({impl_->alpha, false});
 }
 
 void Canvas::restore() {
-    if (impl_->savedAlpha.empty()) return;  // unbalanced: keep cairo's stack intact
+    // Unbalanced calls are ignored rather than unwinding a transparency layer or cairo's stack.
+    if (impl_->saved.empty() || impl_->saved.back().group) return;
     cairo_restore(impl_->cr);
-    impl_->alpha = impl_->savedAlpha.back();
-    impl_->savedAlpha.pop_back();
+    impl_->alpha = impl_->saved.back().alpha;
+    impl_->saved.pop_back();
+}
+
+void Canvas::beginTransparencyLayer() {
+    cairo_push_group(impl_->cr);
+    impl_->saved.push_back({impl_->alpha, true});
+    impl_->alpha = 1;
+}
+
+void Canvas::endTransparencyLayer(double alpha) {
+    auto& saved = impl_->saved;
+    const bool open =
+        std::any_of(saved.begin(), saved.end(), [](const Impl::Saved& s) { return s.group; });
+    if (!open) return;
+    while (!saved.back().group) restore();  // saves left open inside the layer
+    impl_->alpha = saved.back().alpha;
+    saved.pop_back();
+    cairo_pop_group_to_source(impl_->cr);
+    cairo_paint_with_alpha(impl_->cr, impl_->alpha * clamp01(alpha));
 }
 
 void Canvas::concat(const AffineTransform& t) {
     const cairo_matrix_t m = toCairo(t);
+    cairo_matrix_t combined;
+    cairo_get_matrix(impl_->cr, &combined);
+    cairo_matrix_multiply(&combined, &m, &combined);
+    // A singular transform (a view scaled to zero mid-animation) would put cairo into a
+    // permanent error state; everything drawn under it is invisible anyway, so clip it all away.
+    if (cairo_matrix_invert(&combined) != CAIRO_STATUS_SUCCESS) {
+        cairo_new_path(impl_->cr);
+        cairo_rectangle(impl_->cr, 0, 0, 0, 0);
+        cairo_clip(impl_->cr);
+        return;
+    }
     cairo_transform(impl_->cr, &m);
 }
 
 void Canvas::translate(double x, double y) {
-    cairo_translate(impl_->cr, x, y);
+    concat(AffineTransform::translation(x, y));
 }
 
 void Canvas::clipToRect(const Rect& r) {

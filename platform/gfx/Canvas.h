@@ -42,6 +42,13 @@ class Canvas {
     void setAlpha(double alpha);  // multiplies with the alpha already in force
     double alpha() const;
 
+    // Drawing between these goes to a transparent sheet that is then laid over the canvas at
+    // `alpha` times the alpha in force when the sheet began, so overlapping parts of a
+    // translucent group do not show through each other. Inside the sheet the alpha starts at 1.
+    // The pair also saves and restores the state, as save() and restore() do.
+    void beginTransparencyLayer();
+    void endTransparencyLayer(double alpha = 1);
+
     void fill(const Color& color);  // the whole clip
     void fillRect(const Rect& r, const Color& color);
     void fillPath(const Path& path, const Color& color);

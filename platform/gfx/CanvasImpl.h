@@ -22,8 +22,14 @@ struct Canvas::Impl {
     double scale;
     cairo_surface_t* surface = nullptr;
     cairo_t* cr = nullptr;
+    // What save() and beginTransparencyLayer() pushed, so that each pops only its own kind.
+    struct Saved {
+        double alpha;
+        bool group;
+    };
+
     double alpha = 1;
-    std::vector<double> savedAlpha;
+    std::vector<Saved> saved;
 };
 
 }  // namespace orv::gfx

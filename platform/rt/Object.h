@@ -140,6 +140,17 @@ std::shared_ptr<Object> factoryFor() {
     }
 }
 
+// The factory a class registers: null for classes that cannot be made (abstract ones, or those
+// without a default constructor), which is what Class::isAbstract() reports.
+template <class T>
+constexpr Class::Factory factoryPointerFor() {
+    if constexpr (std::is_abstract_v<T> || !std::is_default_constructible_v<T>) {
+        return nullptr;
+    } else {
+        return &factoryFor<T>;
+    }
+}
+
 template <class T>
 std::shared_ptr<T> cast(const std::shared_ptr<Object>& object) {
     return std::dynamic_pointer_cast<T>(object);
@@ -168,7 +179,8 @@ public:                                                         \
     const ::orv::rt::Class* T::staticClass() {                                               \
         static const ::orv::rt::Class* cls = [] {                                            \
             static_assert(std::is_base_of_v<Base, T>, #T " must derive from " #Base);        \
-            auto* c = new ::orv::rt::Class(#T, Base::staticClass(), &::orv::rt::factoryFor<T>, \
+            auto* c = new ::orv::rt::Class(#T, Base::staticClass(),                          \
+                                           ::orv::rt::factoryPointerFor<T>(),                \
                                            ::orv::rt::detail::protocolsOf<T, ##__VA_ARGS__>()); \
             ::orv::rt::detail::registerClass(c);                                             \
             return c;                                                                        \

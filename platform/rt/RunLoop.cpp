@@ -17,6 +17,9 @@ std::atomic<RunLoop*> mainLoop{nullptr};
 // The shortest repeat of a timer, so that a zero interval cannot starve the loop.
 constexpr double kMinimumTimerInterval = 1e-4;
 
+// How often runUntil() re-reads its condition while nothing is posted.
+constexpr double kConditionPollSeconds = 0.002;
+
 }  // namespace
 
 RunLoop::RunLoop() : clock_(std::make_shared<SystemClock>()), thread_(std::this_thread::get_id()) {}
@@ -229,7 +232,8 @@ bool RunLoop::runUntil(const std::function<bool()>& condition, double realTimeou
         if (auto next = nextDue(); next && !clock().isManual()) {
             budget = std::min(budget, std::max(0.0, *next - now()));
         }
-        waitForWork(budget);
+        // The condition may turn on another thread without a post to wake us: look again soon.
+        waitForWork(std::min(budget, kConditionPollSeconds));
     }
 }
 

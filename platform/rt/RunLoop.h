@@ -68,7 +68,8 @@ class RunLoop {
 
     // Runs what is ready now (posted tasks and due delayed work); returns how many ran.
     int runPending();
-    // Runs until the condition holds, serving posts from other threads as they arrive. The clock
+    // Runs until the condition holds, serving posts from other threads as they arrive and
+    // re-reading the condition every few milliseconds (it may turn on another thread). The clock
     // is not advanced by this call; gives up after realTimeoutSeconds of wall time.
     bool runUntil(const std::function<bool()>& condition, double realTimeoutSeconds = 10);
     // Runs until the clock reads `t`. On a manual clock, time jumps from one due item to the next

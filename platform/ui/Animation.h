@@ -23,7 +23,7 @@ inline constexpr const char* kFillModeBoth = "both";
 
 class Animation : public rt::Object {
     ORV_DECLARE_CLASS(Animation)
-public:
+  public:
     using Ptr = std::shared_ptr<Animation>;
     using StopHandler = std::function<void(bool finished)>;
 
@@ -55,14 +55,14 @@ public:
     std::optional<double> valueForKeyPath(const std::string& keyPath, double elapsed,
                                           double modelValue) const;
 
-protected:
+  protected:
     // The value at `progress` (0 to 1) through one cycle.
     virtual std::optional<double> valueAtProgress(const std::string& keyPath, double progress,
                                                   double modelValue) const {
         return std::nullopt;
     }
 
-private:
+  private:
     double duration_ = 0;
     double repeatCount_ = 0;
     bool removedOnCompletion_ = true;

@@ -11,17 +11,17 @@ namespace orv::ui {
 
 class AnimationGroup : public Animation {
     ORV_DECLARE_CLASS(AnimationGroup)
-public:
+  public:
     const std::vector<Animation::Ptr>& animations() const { return animations_; }
     void setAnimations(std::vector<Animation::Ptr> animations) {
         animations_ = std::move(animations);
     }
 
-protected:
+  protected:
     std::optional<double> valueAtProgress(const std::string& keyPath, double progress,
                                           double modelValue) const override;
 
-private:
+  private:
     std::vector<Animation::Ptr> animations_;
 };
 

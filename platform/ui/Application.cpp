@@ -20,7 +20,9 @@ Application& Application::shared() {
     return *slot;
 }
 
-void Application::resetShared() { sharedSlot() = rt::make<Application>(); }
+void Application::resetShared() {
+    sharedSlot() = rt::make<Application>();
+}
 
 gfx::Rect Application::statusBarFrame() const {
     const double width = Screen::main().bounds().size.width;

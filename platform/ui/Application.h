@@ -14,13 +14,32 @@ namespace orv::ui {
 class Window;
 
 // The platform's numbering.
-enum StatusBarStyle : int { StatusBarStyleDefault = 0, StatusBarStyleLightContent = 1, StatusBarStyleDarkContent = 2 };
-enum StatusBarAnimation : int { StatusBarAnimationNone = 0, StatusBarAnimationFade = 1, StatusBarAnimationSlide = 2 };
+enum StatusBarStyle : int {
+    StatusBarStyleDefault = 0,
+    StatusBarStyleLightContent = 1,
+    StatusBarStyleDarkContent = 2
+};
+enum StatusBarAnimation : int {
+    StatusBarAnimationNone = 0,
+    StatusBarAnimationFade = 1,
+    StatusBarAnimationSlide = 2
+};
 
 class Application : public rt::Object {
     ORV_DECLARE_CLASS(Application)
-public:
+  public:
     static constexpr double kStatusBarHeight = 20;
+
+    // Notifications of the keyboard and the status bar, with the keys of their user info: the
+    // height of the keyboard's end frame and the duration of its animation, as doubles.
+    static constexpr const char* keyboardWillShowNotification = "UIKeyboardWillShowNotification";
+    static constexpr const char* keyboardDidShowNotification = "UIKeyboardDidShowNotification";
+    static constexpr const char* keyboardWillHideNotification = "UIKeyboardWillHideNotification";
+    static constexpr const char* keyboardDidHideNotification = "UIKeyboardDidHideNotification";
+    static constexpr const char* didChangeStatusBarOrientationNotification =
+        "UIApplicationDidChangeStatusBarOrientationNotification";
+    static constexpr const char* keyboardHeightKey = "UIKeyboardFrameEndUserInfoKey.height";
+    static constexpr const char* keyboardDurationKey = "UIKeyboardAnimationDurationUserInfoKey";
 
     static Application& shared();
     // Puts a fresh application in place: no key window, status bar shown, no keyboard (tests).
@@ -47,7 +66,7 @@ public:
     double systemVersion() const { return 11.0; }
     std::string systemVersionString() const { return "11.0"; }
 
-private:
+  private:
     std::shared_ptr<Window> keyWindow_;
     bool statusBarHidden_ = false;
     int statusBarStyle_ = StatusBarStyleDefault;

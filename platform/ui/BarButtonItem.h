@@ -25,7 +25,7 @@ enum BarButtonItemStyle : int {
 
 class BarButtonItem : public rt::Object {
     ORV_DECLARE_CLASS(BarButtonItem)
-public:
+  public:
     using Ptr = std::shared_ptr<BarButtonItem>;
     using Action = std::function<void()>;
 
@@ -69,7 +69,7 @@ public:
     // has no action, or its target has been released. Returns whether the action ran.
     bool perform() const;
 
-private:
+  private:
     std::optional<std::string> title_;
     int style_ = BarButtonItemStylePlain;
     gfx::ImagePtr image_;

@@ -10,7 +10,7 @@ namespace orv::ui {
 
 class BasicAnimation : public Animation {
     ORV_DECLARE_CLASS(BasicAnimation)
-public:
+  public:
     static std::shared_ptr<BasicAnimation> withKeyPath(std::string keyPath);
 
     const std::string& keyPath() const { return keyPath_; }
@@ -23,11 +23,11 @@ public:
     std::optional<double> byValue() const { return byValue_; }
     void setByValue(std::optional<double> v) { byValue_ = v; }
 
-protected:
+  protected:
     std::optional<double> valueAtProgress(const std::string& keyPath, double progress,
                                           double modelValue) const override;
 
-private:
+  private:
     std::string keyPath_;
     std::optional<double> fromValue_;
     std::optional<double> toValue_;

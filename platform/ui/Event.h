@@ -12,7 +12,7 @@ class GestureRecognizer;
 
 class Event : public rt::Object {
     ORV_DECLARE_CLASS(Event)
-public:
+  public:
     // Every finger that is down, including the ones that end or are cancelled in this change.
     const TouchSet& allTouches() const { return touches_; }
     // The touches that landed on `view`.
@@ -21,7 +21,7 @@ public:
     TouchSet touchesForGestureRecognizer(const GestureRecognizer* recognizer) const;
     double timestamp() const { return timestamp_; }
 
-private:
+  private:
     friend class TouchDispatcher;
 
     TouchSet touches_;

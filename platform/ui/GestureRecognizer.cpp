@@ -1,6 +1,7 @@
 #include "platform/ui/GestureRecognizer.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/rt/RunLoop.h"
 #include "platform/rt/Timer.h"
@@ -27,7 +28,9 @@ void GestureRecognizer::addTarget(std::weak_ptr<rt::Object> target, Action actio
     targets_.push_back({std::move(target), hasTarget, std::move(action)});
 }
 
-void GestureRecognizer::addTarget(Action action) { addTarget({}, std::move(action)); }
+void GestureRecognizer::addTarget(Action action) {
+    addTarget({}, std::move(action));
+}
 
 void GestureRecognizer::removeTarget(const rt::Object* target) {
     std::erase_if(targets_, [target](const Target& t) {
@@ -64,9 +67,10 @@ bool GestureRecognizer::canRecognizeSimultaneouslyWith(GestureRecognizer& other)
 }
 
 void GestureRecognizer::setView(View* view) {
-    if (view_ == view) return;
+    if (this->view() == view) return;
     resetNow();
     view_ = view;
+    viewRef_ = view ? view->weak_from_this() : std::weak_ptr<rt::Object>{};
 }
 
 void GestureRecognizer::dealloc() {
@@ -98,7 +102,11 @@ void GestureRecognizer::setState(State state) {
 }
 
 void GestureRecognizer::ignoreTouch(const Touch* touch) {
-    std::erase_if(touches_, [touch](const TouchPtr& t) { return t.get() == touch; });
+    for (size_t i = touches_.size(); i-- > 0;) {
+        if (touches_[i].get() != touch) continue;
+        touches_.erase(touches_.begin() + static_cast<std::ptrdiff_t>(i));
+        startLocations_.erase(startLocations_.begin() + static_cast<std::ptrdiff_t>(i));
+    }
 }
 
 size_t GestureRecognizer::liveTouchCount() const {
@@ -117,6 +125,16 @@ gfx::Point GestureRecognizer::centroid() const {
     return {sum.x / n, sum.y / n};
 }
 
+double GestureRecognizer::farthestMovement() const {
+    double farthest = 0;
+    for (size_t i = 0; i < touches_.size(); ++i) {
+        const gfx::Point p = touches_[i]->locationInView(nullptr);
+        farthest =
+            std::max(farthest, std::hypot(p.x - startLocations_[i].x, p.y - startLocations_[i].y));
+    }
+    return farthest;
+}
+
 std::shared_ptr<rt::Timer> GestureRecognizer::scheduleTimer(double seconds,
                                                             std::function<void()> action) {
     std::weak_ptr<rt::Object> weak = weak_from_this();
@@ -131,17 +149,28 @@ void GestureRecognizer::receiveTouches(TouchPhase phase, const TouchSet& touches
     if (phase == TouchPhase::Began) {
         // A finished recogniser sits out until its own touches end.
         if (isFinished(state_)) return;
-        touches_.insert(touches_.end(), touches.begin(), touches.end());
+        for (const auto& t : touches) {
+            touches_.push_back(t);
+            startLocations_.push_back(t->locationInView(nullptr));
+        }
     }
     lastCentroid_ = centroid();
     if (!isFinished(state_)) {
         delivering_ = true;
         switch (phase) {
-            case TouchPhase::Began: touchesBegan(touches, event); break;
+            case TouchPhase::Began:
+                touchesBegan(touches, event);
+                break;
             case TouchPhase::Moved:
-            case TouchPhase::Stationary: touchesMoved(touches, event); break;
-            case TouchPhase::Ended: touchesEnded(touches, event); break;
-            case TouchPhase::Cancelled: touchesCancelled(touches, event); break;
+            case TouchPhase::Stationary:
+                touchesMoved(touches, event);
+                break;
+            case TouchPhase::Ended:
+                touchesEnded(touches, event);
+                break;
+            case TouchPhase::Cancelled:
+                touchesCancelled(touches, event);
+                break;
         }
         delivering_ = false;
     }
@@ -193,6 +222,7 @@ void GestureRecognizer::resetIfFinished() {
 void GestureRecognizer::resetNow() {
     state_ = State::Possible;
     touches_.clear();
+    startLocations_.clear();
     dispatcher_.reset();
     reset();
 }

@@ -40,7 +40,7 @@ enum class GestureRecognizerState : int {
 
 class GestureRecognizer : public rt::Object {
     ORV_DECLARE_CLASS(GestureRecognizer)
-public:
+  public:
     using State = GestureRecognizerState;
     using Action = std::function<void(GestureRecognizer&)>;
 
@@ -52,7 +52,8 @@ public:
     void removeTarget(const rt::Object* target);
 
     State state() const { return state_; }
-    View* view() const { return view_; }
+    // Null once the view has gone.
+    View* view() const { return viewRef_.expired() ? nullptr : view_; }
     bool isEnabled() const { return enabled_; }
     // Disabling an active recogniser cancels it; a possible one fails.
     void setEnabled(bool enabled);
@@ -80,7 +81,7 @@ public:
 
     void dealloc() override;
 
-protected:
+  protected:
     // The subclass's view of the touches it tracks. The base has already added new touches to
     // touches() before touchesBegan and removes ended ones after touchesEnded/Cancelled.
     virtual void touchesBegan(const TouchSet& touches, Event* event) {}
@@ -101,10 +102,12 @@ protected:
     size_t liveTouchCount() const;
     // Centroid of the tracked touches in window coordinates.
     gfx::Point centroid() const;
+    // The greatest distance a tracked touch has gone from where this recogniser first saw it.
+    double farthestMovement() const;
     // A one-shot timer on the main run loop whose action runs only while this recogniser lives.
     std::shared_ptr<rt::Timer> scheduleTimer(double seconds, std::function<void()> action);
 
-private:
+  private:
     friend class TouchDispatcher;
     struct Target {
         std::weak_ptr<rt::Object> target;
@@ -125,6 +128,7 @@ private:
 
     State state_ = State::Possible;
     View* view_ = nullptr;
+    std::weak_ptr<rt::Object> viewRef_;  // tells when view_ has gone
     bool enabled_ = true;
     bool cancelsTouchesInView_ = true;
     bool delivering_ = false;
@@ -132,6 +136,7 @@ private:
     std::weak_ptr<TouchDispatcher> dispatcher_;
     std::vector<Target> targets_;
     TouchSet touches_;
+    std::vector<gfx::Point> startLocations_;  // beside touches_, in window coordinates
     gfx::Point lastCentroid_;
 };
 

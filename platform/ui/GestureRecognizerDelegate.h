@@ -11,7 +11,7 @@ class Touch;
 
 class GestureRecognizerDelegate {
     ORV_DECLARE_PROTOCOL(GestureRecognizerDelegate)
-public:
+  public:
     virtual ~GestureRecognizerDelegate() = default;
 
     // Asked when the recogniser is about to leave the possible state; false makes it fail.

@@ -24,7 +24,7 @@ class Animation;
 
 class Layer : public rt::Object {
     ORV_DECLARE_CLASS(Layer)
-public:
+  public:
     using Ptr = std::shared_ptr<Layer>;
 
     void dealloc() override;
@@ -90,7 +90,7 @@ public:
     // the renderer handles transforms, opacity, clipping, border and sublayers around it.
     virtual void drawInCanvas(gfx::Canvas& canvas) const;
 
-private:
+  private:
     friend class View;
     struct RunningAnimation {
         std::string key;

@@ -26,10 +26,14 @@ gfx::TextStyle buttonStyle(const BarButtonItem* item, const gfx::Color& tint) {
     const bool enabled = item->isEnabled();
     const auto attributes = item->titleTextAttributes(enabled ? 0 : 2);
     const auto normal = item->titleTextAttributes(0);
-    if (attributes.font) style.font = *attributes.font;
-    else if (normal.font) style.font = *normal.font;
-    if (attributes.foregroundColor) style.color = *attributes.foregroundColor;
-    else if (normal.foregroundColor) style.color = *normal.foregroundColor;
+    if (attributes.font)
+        style.font = *attributes.font;
+    else if (normal.font)
+        style.font = *normal.font;
+    if (attributes.foregroundColor)
+        style.color = *attributes.foregroundColor;
+    else if (normal.foregroundColor)
+        style.color = *normal.foregroundColor;
     if (!enabled && !attributes.foregroundColor) style.color = style.color.withAlpha(0.35);
     return style;
 }

@@ -15,7 +15,7 @@ namespace orv::ui {
 
 class NavigationBar : public View {
     ORV_DECLARE_CLASS(NavigationBar)
-public:
+  public:
     void initWithFrame(const gfx::Rect& frame) override;
     void dealloc() override;
 
@@ -48,7 +48,7 @@ public:
     void touchesEnded(const TouchSet& touches, Event* event) override;
     void touchesCancelled(const TouchSet& touches, Event* event) override {}
 
-private:
+  private:
     std::optional<Button> buttonFor(const BarButtonItem::Ptr& item, bool left) const;
     std::optional<std::string> backTitle() const;
     void press(const Button& button) const;

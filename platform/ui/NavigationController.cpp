@@ -36,8 +36,7 @@ void NavigationController::dealloc() {
 
 // --- The stack ----------------------------------------------------------------------------
 
-void NavigationController::setViewControllers(const std::vector<Ptr>& controllers,
-                                              bool animated) {
+void NavigationController::setViewControllers(const std::vector<Ptr>& controllers, bool animated) {
     std::vector<Ptr> stack;
     for (const Ptr& c : controllers) {
         if (c && c.get() != this && !contains(stack, c)) stack.push_back(c);
@@ -157,10 +156,19 @@ void NavigationController::finishStackChange(const Ptr& from, const Ptr& to, boo
 }
 
 void NavigationController::detach(const Ptr& controller) {
-    if (View* v = controller->viewIfLoaded().get(); v && isViewLoaded() &&
-                                                    v->superview() == viewIfLoaded().get())
+    if (View* v = controller->viewIfLoaded().get();
+        v && isViewLoaded() && v->superview() == viewIfLoaded().get())
         v->removeFromSuperview();
     if (controller->parent_ == this) controller->parent_ = nullptr;
+}
+
+void NavigationController::didRemoveChildViewController(const Ptr& child) {
+    // Taken off the stack behind our back: what shows must still be the top of the stack.
+    const bool wasShown = isViewLoaded() && child->isViewLoaded() &&
+                          child->viewIfLoaded()->superview() == viewIfLoaded().get();
+    detach(child);
+    if (wasShown) installTopView(topViewController(), nullptr, true);
+    updateNavigationBar();
 }
 
 // --- View and bar -------------------------------------------------------------------------

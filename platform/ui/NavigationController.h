@@ -19,7 +19,7 @@ class NavigationBar;
 
 class NavigationController : public ViewController {
     ORV_DECLARE_CLASS(NavigationController)
-public:
+  public:
     static constexpr double kNavigationBarHeight = 44;
 
     void initWithRootViewController(const Ptr& root);
@@ -51,17 +51,17 @@ public:
     void viewDidLoad() override;
     ViewController* childViewControllerForStatusBarHidden() const override;
 
-protected:
+  protected:
     std::vector<Ptr> childrenForAppearance() const override;
+    void didRemoveChildViewController(const Ptr& child) override;
 
-private:
+  private:
     // Every stack change goes through here: it installs the new top's view, sends the
     // appearance calls, and lets go of what left the stack.
     void replaceStack(std::vector<Ptr> stack, bool animated);
     std::vector<Ptr> popToIndex(size_t index, bool animated);
     void installTopView(const Ptr& top, const Ptr& previous, bool above);
-    void finishStackChange(const Ptr& from, const Ptr& to, bool onScreen,
-                           std::vector<Ptr> dropped);
+    void finishStackChange(const Ptr& from, const Ptr& to, bool onScreen, std::vector<Ptr> dropped);
     void detach(const Ptr& controller);
     void updateNavigationBar();
 

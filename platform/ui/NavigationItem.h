@@ -14,7 +14,7 @@ namespace orv::ui {
 
 class NavigationItem : public rt::Object {
     ORV_DECLARE_CLASS(NavigationItem)
-public:
+  public:
     using Ptr = std::shared_ptr<NavigationItem>;
 
     void initWithTitle(std::optional<std::string> title);
@@ -33,7 +33,7 @@ public:
     // Called after every change, so that a bar showing this item can redraw; one observer.
     void setChangeObserver(std::function<void()> observer) { observer_ = std::move(observer); }
 
-private:
+  private:
     void changed();
 
     std::optional<std::string> title_;

@@ -17,7 +17,9 @@ Screen& Screen::main() {
     return *slot;
 }
 
-void Screen::resetMain() { mainSlot() = rt::make<Screen>(); }
+void Screen::resetMain() {
+    mainSlot() = rt::make<Screen>();
+}
 
 gfx::Size Screen::sizeInPixels() const {
     return {bounds_.size.width * scale_, bounds_.size.height * scale_};

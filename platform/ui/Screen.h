@@ -11,7 +11,7 @@ namespace orv::ui {
 
 class Screen : public rt::Object {
     ORV_DECLARE_CLASS(Screen)
-public:
+  public:
     static Screen& main();
     // Puts a fresh screen with the defaults in place (tests).
     static void resetMain();
@@ -23,7 +23,7 @@ public:
     // The screen in pixels: the bounds' size times the scale.
     gfx::Size sizeInPixels() const;
 
-private:
+  private:
     gfx::Rect bounds_{0, 0, 375, 667};
     double scale_ = 2;
 };

@@ -12,7 +12,9 @@ gfx::Point fromWindow(gfx::Point p, const View* view) {
 }
 }  // namespace
 
-gfx::Point Touch::locationInView(const View* view) const { return fromWindow(location_, view); }
+gfx::Point Touch::locationInView(const View* view) const {
+    return fromWindow(location_, view);
+}
 
 gfx::Point Touch::previousLocationInView(const View* view) const {
     return fromWindow(previousLocation_, view);

@@ -17,7 +17,7 @@ enum class TouchPhase { Began = 0, Moved = 1, Stationary = 2, Ended = 3, Cancell
 
 class Touch : public rt::Object {
     ORV_DECLARE_CLASS(Touch)
-public:
+  public:
     // A touch that comes down within this time of a tap ending, and this close to it, continues
     // the tap sequence; a touch that strays further than the distance from where it began is no
     // tap.
@@ -36,7 +36,7 @@ public:
     int tapCount() const { return tapCount_; }
     double timestamp() const { return timestamp_; }
 
-private:
+  private:
     friend class TouchDispatcher;
 
     TouchPhase phase_ = TouchPhase::Began;

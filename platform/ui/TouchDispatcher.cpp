@@ -16,7 +16,9 @@ ORV_DEFINE_CLASS(TouchDispatcher, rt::Object)
 
 namespace {
 
-double distance(gfx::Point a, gfx::Point b) { return std::hypot(a.x - b.x, a.y - b.y); }
+double distance(gfx::Point a, gfx::Point b) {
+    return std::hypot(a.x - b.x, a.y - b.y);
+}
 
 // Groups touches by a key, keeping the order in which keys first appear.
 template <class Key>
@@ -35,11 +37,15 @@ using ViewHandler = void (Responder::*)(const TouchSet&, Event*);
 
 ViewHandler viewHandlerFor(TouchPhase phase) {
     switch (phase) {
-        case TouchPhase::Began: return &Responder::touchesBegan;
+        case TouchPhase::Began:
+            return &Responder::touchesBegan;
         case TouchPhase::Moved:
-        case TouchPhase::Stationary: return &Responder::touchesMoved;
-        case TouchPhase::Ended: return &Responder::touchesEnded;
-        case TouchPhase::Cancelled: break;
+        case TouchPhase::Stationary:
+            return &Responder::touchesMoved;
+        case TouchPhase::Ended:
+            return &Responder::touchesEnded;
+        case TouchPhase::Cancelled:
+            break;
     }
     return &Responder::touchesCancelled;
 }
@@ -74,20 +80,23 @@ void TouchDispatcher::touchesMove(const std::vector<Finger>& fingers) {
     const double now = rt::RunLoop::main().now();
     TouchSet moved;
     for (const auto& finger : fingers) {
-        Touch& touch = *recordFor(finger.id).touch;
+        const TouchPtr& touchPtr = recordFor(finger.id).touch;
+        Touch& touch = *touchPtr;
         touch.previousLocation_ = touch.location_;
         touch.location_ = finger.location;
         touch.phase_ = TouchPhase::Moved;
         if (distance(touch.startLocation_, finger.location) > Touch::kTapMovementLimit) {
             touch.movedFromStart_ = true;
         }
-        moved.push_back(recordFor(finger.id).touch);
+        moved.push_back(touchPtr);
     }
     beginChange(now, moved);
     deliver(TouchPhase::Moved, moved);
 }
 
-void TouchDispatcher::touchesUp(const std::vector<int>& ids) { finish(TouchPhase::Ended, ids); }
+void TouchDispatcher::touchesUp(const std::vector<int>& ids) {
+    finish(TouchPhase::Ended, ids);
+}
 
 void TouchDispatcher::touchesCancel(const std::vector<int>& ids) {
     finish(TouchPhase::Cancelled, ids);
@@ -175,6 +184,7 @@ std::vector<std::shared_ptr<GestureRecognizer>> TouchDispatcher::recognizersFor(
     for (View* v = touch.view(); v; v = v == root_.get() ? nullptr : v->superview()) {
         for (const auto& r : v->gestureRecognizers()) {
             if (!r->isEnabled()) continue;
+            if (r->view() != v) r->setView(v);  // in case the view did not say so itself
             auto delegate = r->delegate().lock();
             if (delegate && !delegate->shouldReceiveTouch(*r, touch)) continue;
             result.push_back(r);
@@ -191,6 +201,14 @@ std::vector<std::shared_ptr<GestureRecognizer>> TouchDispatcher::knownRecognizer
         }
     }
     return result;
+}
+
+bool TouchDispatcher::isAttached(const GestureRecognizer& recognizer) {
+    const View* view = recognizer.view();
+    if (!view) return false;
+    const auto& attached = view->gestureRecognizers();
+    return std::any_of(attached.begin(), attached.end(),
+                       [&recognizer](const auto& r) { return r.get() == &recognizer; });
 }
 
 void TouchDispatcher::beginChange(double now, const TouchSet& changed) {
@@ -219,7 +237,8 @@ void TouchDispatcher::deliverToRecognizers(TouchPhase phase, const TouchSet& tou
             if (phase == TouchPhase::Began || r->tracks(touch.get())) addToGroup(groups, r, touch);
         }
     }
-    auto self = std::static_pointer_cast<TouchDispatcher>(shared_from_this());
+    // Null while the dispatcher is being torn down; recognisers then arbitrate no more.
+    auto self = std::static_pointer_cast<TouchDispatcher>(weak_from_this().lock());
     for (const auto& [recognizer, set] : groups) {
         if (phase == TouchPhase::Began) recognizer->attachDispatcher(self);
         // Earlier deliveries may have moved on; only what the recogniser still tracks goes.
@@ -227,7 +246,12 @@ void TouchDispatcher::deliverToRecognizers(TouchPhase phase, const TouchSet& tou
         std::copy_if(set.begin(), set.end(), std::back_inserter(mine), [&](const TouchPtr& t) {
             return phase == TouchPhase::Began || recognizer->tracks(t.get());
         });
-        if (!mine.empty()) recognizer->receiveTouches(phase, mine, event_.get());
+        if (mine.empty()) continue;
+        if (!isAttached(*recognizer)) {
+            recognizer->setView(nullptr);  // taken off its view mid-gesture: drop it quietly
+            continue;
+        }
+        recognizer->receiveTouches(phase, mine, event_.get());
     }
 }
 

@@ -25,7 +25,7 @@ enum class TouchPhase;
 
 class TouchDispatcher : public rt::Object {
     ORV_DECLARE_CLASS(TouchDispatcher)
-public:
+  public:
     // `root` is what touches are hit-tested in (normally the window); points are in window
     // coordinates.
     static std::shared_ptr<TouchDispatcher> dispatcherForView(std::shared_ptr<View> root);
@@ -52,7 +52,7 @@ public:
 
     void dealloc() override;
 
-private:
+  private:
     friend class GestureRecognizer;
     struct Record {
         int id = 0;
@@ -77,6 +77,7 @@ private:
     std::shared_ptr<Touch> makeTouch(gfx::Point location, double now);
     std::vector<std::shared_ptr<GestureRecognizer>> recognizersFor(Touch& touch) const;
     std::vector<std::shared_ptr<GestureRecognizer>> knownRecognizers() const;
+    static bool isAttached(const GestureRecognizer& recognizer);
     void beginChange(double now, const TouchSet& changed);
     void deliver(TouchPhase phase, const TouchSet& touches);
     void deliverToRecognizers(TouchPhase phase, const TouchSet& touches);

@@ -21,20 +21,28 @@ std::vector<Settings>& stack() {
 
 }  // namespace
 
-void Transaction::begin() { stack().push_back(stack().back()); }
+void Transaction::begin() {
+    stack().push_back(stack().back());
+}
 
 void Transaction::commit() {
     if (stack().size() > 1) stack().pop_back();
 }
 
-void Transaction::setDisableActions(bool disable) { stack().back().disableActions = disable; }
+void Transaction::setDisableActions(bool disable) {
+    stack().back().disableActions = disable;
+}
 
-bool Transaction::disableActions() { return stack().back().disableActions; }
+bool Transaction::disableActions() {
+    return stack().back().disableActions;
+}
 
 void Transaction::setAnimationDuration(double seconds) {
     stack().back().animationDuration = seconds;
 }
 
-double Transaction::animationDuration() { return stack().back().animationDuration; }
+double Transaction::animationDuration() {
+    return stack().back().animationDuration;
+}
 
 }  // namespace orv::ui

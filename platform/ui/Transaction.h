@@ -9,7 +9,7 @@ namespace orv::ui {
 
 class Transaction : public rt::Object {
     ORV_DECLARE_CLASS(Transaction)
-public:
+  public:
     static void begin();
     static void commit();
     static void setDisableActions(bool disable);

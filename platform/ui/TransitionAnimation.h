@@ -20,13 +20,13 @@ inline constexpr const char* kTransitionFromBottom = "fromBottom";
 
 class TransitionAnimation : public Animation {
     ORV_DECLARE_CLASS(TransitionAnimation)
-public:
+  public:
     const std::string& type() const { return type_; }
     void setType(std::string type) { type_ = std::move(type); }
     const std::string& subtype() const { return subtype_; }
     void setSubtype(std::string subtype) { subtype_ = std::move(subtype); }
 
-private:
+  private:
     std::string type_ = kTransitionFade;
     std::string subtype_;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/ui/GestureRecognizer.h"
 #include "platform/ui/Layer.h"
 #include "platform/ui/ViewAnimator.h"
 #include "platform/ui/ViewController.h"
@@ -17,10 +18,18 @@ namespace {
 using Property = ViewAnimator::Property;
 using Values = ViewAnimator::Values;
 
-Values pack(double v) { return {v}; }
-Values pack(gfx::Point p) { return {p.x, p.y}; }
-Values pack(const gfx::Rect& r) { return {r.origin.x, r.origin.y, r.size.width, r.size.height}; }
-Values pack(const gfx::AffineTransform& t) { return {t.a, t.b, t.c, t.d, t.tx, t.ty}; }
+Values pack(double v) {
+    return {v};
+}
+Values pack(gfx::Point p) {
+    return {p.x, p.y};
+}
+Values pack(const gfx::Rect& r) {
+    return {r.origin.x, r.origin.y, r.size.width, r.size.height};
+}
+Values pack(const gfx::AffineTransform& t) {
+    return {t.a, t.b, t.c, t.d, t.tx, t.ty};
+}
 // Colours travel premultiplied, so that a fade from no colour keeps the hue of the other end.
 Values pack(const std::optional<gfx::Color>& c) {
     if (!c) return {};
@@ -103,25 +112,34 @@ void View::dealloc() {
         subview->setWindowRecursively(nullptr);
     }
     subviews_.clear();
+    for (const auto& recognizer : gestureRecognizers_) recognizer->setView(nullptr);
+    gestureRecognizers_.clear();
     if (layer_) layer_->view_ = nullptr;
     Responder::dealloc();
 }
 
 // --- Geometry -------------------------------------------------------------------------------
 
-gfx::Rect View::frame() const { return frameOf(center_, bounds_.size, transform_); }
+gfx::Rect View::frame() const {
+    return frameOf(center_, bounds_.size, transform_);
+}
 
 void View::setFrame(const gfx::Rect& frame) {
     const gfx::Rect f = gfx::rectStandardize(frame);
     const gfx::Size size = untransformedSize(f.size, transform_);
     // The transform's own translation moves the frame, so it is taken out of the centre.
-    const gfx::Point center{gfx::rectGetMidX(f) - transform_.tx, gfx::rectGetMidY(f) - transform_.ty};
+    const gfx::Point center{gfx::rectGetMidX(f) - transform_.tx,
+                            gfx::rectGetMidY(f) - transform_.ty};
     setGeometry(center, {bounds_.origin, size});
 }
 
-void View::setBounds(const gfx::Rect& bounds) { setGeometry(center_, bounds); }
+void View::setBounds(const gfx::Rect& bounds) {
+    setGeometry(center_, bounds);
+}
 
-void View::setCenter(gfx::Point center) { setGeometry(center, bounds_); }
+void View::setCenter(gfx::Point center) {
+    setGeometry(center, bounds_);
+}
 
 void View::setGeometry(gfx::Point center, const gfx::Rect& bounds) {
     if (center != center_) report(*this, Property::Center, pack(center_), pack(center));
@@ -206,11 +224,17 @@ void View::setAlpha(double alpha) {
     alpha_ = alpha;
 }
 
-void View::setHidden(bool hidden) { hidden_ = hidden; }
+void View::setHidden(bool hidden) {
+    hidden_ = hidden;
+}
 
-bool View::clipsToBounds() const { return layer_->masksToBounds(); }
+bool View::clipsToBounds() const {
+    return layer_->masksToBounds();
+}
 
-void View::setClipsToBounds(bool clips) { layer_->setMasksToBounds(clips); }
+void View::setClipsToBounds(bool clips) {
+    layer_->setMasksToBounds(clips);
+}
 
 void View::setBackgroundColor(std::optional<gfx::Color> color) {
     if (color != backgroundColor_) {
@@ -227,7 +251,9 @@ void View::setContentMode(ContentMode mode) {
 
 // --- Hierarchy -------------------------------------------------------------------------------
 
-Window* View::window() const { return window_; }
+Window* View::window() const {
+    return window_;
+}
 
 void View::addSubview(const Ptr& view) {
     placeSubview(view, [this] { return subviews_.size(); });
@@ -400,21 +426,27 @@ void View::sizeToFit() {
     setFrame({frame().origin, size});
 }
 
-void View::setNeedsDisplay() { needsDisplay_ = true; }
+void View::setNeedsDisplay() {
+    needsDisplay_ = true;
+}
 
 // --- Gesture recognisers ---------------------------------------------------------------------
 
 void View::addGestureRecognizer(const std::shared_ptr<GestureRecognizer>& recognizer) {
-    if (!recognizer) return;
-    if (std::find(gestureRecognizers_.begin(), gestureRecognizers_.end(), recognizer) !=
-        gestureRecognizers_.end()) {
-        return;
-    }
+    if (!recognizer || recognizer->view() == this) return;
+    // A recogniser belongs to one view at a time.
+    if (View* previous = recognizer->view()) previous->removeGestureRecognizer(recognizer.get());
     gestureRecognizers_.push_back(recognizer);
+    recognizer->setView(this);
 }
 
 void View::removeGestureRecognizer(const GestureRecognizer* recognizer) {
-    std::erase_if(gestureRecognizers_, [recognizer](const auto& r) { return r.get() == recognizer; });
+    auto it = std::find_if(gestureRecognizers_.begin(), gestureRecognizers_.end(),
+                           [recognizer](const auto& r) { return r.get() == recognizer; });
+    if (it == gestureRecognizers_.end()) return;
+    const auto keep = *it;
+    gestureRecognizers_.erase(it);
+    keep->setView(nullptr);
 }
 
 // --- Animations ------------------------------------------------------------------------------

@@ -57,7 +57,7 @@ enum AutoresizingMask : unsigned {
 
 class View : public Responder {
     ORV_DECLARE_CLASS(View)
-public:
+  public:
     using Ptr = std::shared_ptr<View>;
 
     // init() is initWithFrame() with an empty frame. Subclasses override initWithFrame()
@@ -182,7 +182,7 @@ public:
                                     std::function<void(bool finished)> completion);
     static void performWithoutAnimation(const std::function<void()>& changes);
 
-private:
+  private:
     friend class Window;
     void setWindowRecursively(Window* window);
     void removeSubviewInternal(View* view);

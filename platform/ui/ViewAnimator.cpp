@@ -15,8 +15,8 @@ struct ViewAnimator::Transaction {
     double start = 0;  // when the values begin to move (after the delay)
     std::function<void(bool)> completion;
     int activeTracks = 0;
-    bool touched = false;   // the block changed at least one animatable property
-    bool finished = true;   // false once a newer block took one of its properties
+    bool touched = false;  // the block changed at least one animatable property
+    bool finished = true;  // false once a newer block took one of its properties
     bool done = false;
 };
 
@@ -35,7 +35,9 @@ ViewAnimator& ViewAnimator::shared() {
     return *slot;
 }
 
-void ViewAnimator::reset() { sharedSlot().reset(); }
+void ViewAnimator::reset() {
+    sharedSlot().reset();
+}
 
 void ViewAnimator::animate(double duration, double delay, unsigned options,
                            const std::function<void()>& animations,
@@ -74,7 +76,9 @@ void ViewAnimator::withoutAnimation(const std::function<void()>& changes) {
     stack_.pop_back();
 }
 
-bool ViewAnimator::isInsideAnimationBlock() const { return !stack_.empty() && stack_.back(); }
+bool ViewAnimator::isInsideAnimationBlock() const {
+    return !stack_.empty() && stack_.back();
+}
 
 void ViewAnimator::propertyChanged(const View& view, Property property, const Values& from,
                                    const Values& to) {
@@ -117,9 +121,8 @@ void ViewAnimator::dropTrack(std::map<Key, Track>::iterator it, bool interrupted
 void ViewAnimator::finish(const std::shared_ptr<Transaction>& transaction) {
     if (transaction->done) return;
     transaction->done = true;
-    std::erase_if(tracks_, [&](const auto& entry) {
-        return entry.second.transaction == transaction;
-    });
+    std::erase_if(tracks_,
+                  [&](const auto& entry) { return entry.second.transaction == transaction; });
     transaction->activeTracks = 0;
     if (auto completion = std::move(transaction->completion)) completion(transaction->finished);
 }

@@ -20,7 +20,7 @@ class View;
 
 class ViewAnimator : public rt::Object {
     ORV_DECLARE_CLASS(ViewAnimator)
-public:
+  public:
     enum class Property { Alpha, Center, Bounds, Transform, BackgroundColor };
     // A property's value as plain numbers (alpha: 1, centre: 2, bounds and colour: 4,
     // transform: 6), so that one linear interpolation serves them all.
@@ -36,15 +36,14 @@ public:
     bool isInsideAnimationBlock() const;
 
     // The view's setters report each change of an animatable property here.
-    void propertyChanged(const View& view, Property property, const Values& from,
-                         const Values& to);
+    void propertyChanged(const View& view, Property property, const Values& from, const Values& to);
     void forgetView(const View& view);
 
     // What the screen shows now for the property, or nothing when it is not animating.
     std::optional<Values> presentationValue(const View& view, Property property) const;
     bool isAnimating(const View& view, Property property) const;
 
-private:
+  private:
     struct Transaction;
     struct Track {
         std::shared_ptr<Transaction> transaction;

@@ -1,6 +1,7 @@
 #include "platform/ui/ViewController.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/rt/RunLoop.h"
 #include "platform/ui/Application.h"
@@ -45,7 +46,9 @@ void ViewController::setView(View::Ptr view) {
     if (view_) view_->setViewController(this);
 }
 
-void ViewController::loadView() { setView(makeView<View>(Screen::main().bounds())); }
+void ViewController::loadView() {
+    setView(makeView<View>(Screen::main().bounds()));
+}
 
 void ViewController::setTitle(std::optional<std::string> title) {
     title_ = std::move(title);
@@ -130,13 +133,14 @@ void ViewController::addChildViewController(const Ptr& child) {
 
 void ViewController::removeFromParentViewController() {
     if (!parent_) return;
-    auto& siblings = parent_->children_;
+    ViewController* parent = std::exchange(parent_, nullptr);
+    auto& siblings = parent->children_;
     auto it = std::find_if(siblings.begin(), siblings.end(),
                            [this](const Ptr& c) { return c.get() == this; });
-    parent_ = nullptr;
     if (it == siblings.end()) return;
     Ptr keep = std::move(*it);
     siblings.erase(it);
+    parent->didRemoveChildViewController(keep);
     // The parent may have held the last reference, and this call may come from our own method.
     releaseLater({std::move(keep)});
 }
@@ -247,10 +251,9 @@ void ViewController::runTransition(bool animated, std::function<void()> finish) 
         finish();
         return;
     }
-    rt::RunLoop::main().postDelayed(kTransitionDuration,
-                                    [keep = self<ViewController>(), finish = std::move(finish)] {
-                                        finish();
-                                    });
+    rt::RunLoop::main().postDelayed(
+        kTransitionDuration,
+        [keep = self<ViewController>(), finish = std::move(finish)] { finish(); });
 }
 
 void ViewController::releaseLater(std::vector<Ptr> controllers) {

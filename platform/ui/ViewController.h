@@ -36,7 +36,7 @@ enum ModalPresentationStyle : int {
 
 class ViewController : public Responder {
     ORV_DECLARE_CLASS(ViewController)
-public:
+  public:
     using Ptr = std::shared_ptr<ViewController>;
     using Completion = std::function<void()>;
 
@@ -108,8 +108,7 @@ public:
 
     // Presentation. Only one controller is presented at a time from the same screen (the
     // outermost container of this controller): a second request is ignored.
-    virtual void presentViewController(const Ptr& controller, bool animated,
-                                       Completion completion);
+    virtual void presentViewController(const Ptr& controller, bool animated, Completion completion);
     // Dismisses what this controller (or its screen) presents; when it presents nothing,
     // dismisses the screen this controller is part of. With nothing to dismiss, only the
     // completion runs.
@@ -122,10 +121,13 @@ public:
 
     Responder* nextResponder() const override;
 
-protected:
+  protected:
     // The children whose views are shown, to which appearance calls are passed on. The base
     // answers the loaded children whose views lie inside this controller's view.
     virtual std::vector<Ptr> childrenForAppearance() const;
+
+    // Tells a container that a child left it through removeFromParentViewController().
+    virtual void didRemoveChildViewController(const Ptr& child) {}
 
     // Runs `finish` at once, or after kTransitionDuration on the main loop when animated;
     // the controller is kept alive until then.
@@ -133,7 +135,7 @@ protected:
     // Lets the controllers go on a later turn of the main loop.
     static void releaseLater(std::vector<Ptr> controllers);
 
-private:
+  private:
     enum class Appearance { Disappeared, Appearing, Appeared, Disappearing };
 
     // The outermost container of this controller: the unit that presents and is presented.

@@ -9,7 +9,9 @@ namespace orv::ui {
 
 ORV_DEFINE_CLASS(Window, View)
 
-void Window::init() { initWithFrame(Screen::main().bounds()); }
+void Window::init() {
+    initWithFrame(Screen::main().bounds());
+}
 
 void Window::initWithFrame(const gfx::Rect& frame) {
     View::initWithFrame(frame);
@@ -21,7 +23,8 @@ void Window::setRootViewController(std::shared_ptr<ViewController> controller) {
     auto old = std::move(rootViewController_);
     rootViewController_ = std::move(controller);
     if (visible_ && old) old->beginAppearanceTransition(false, false);
-    if (visible_ && rootViewController_) rootViewController_->beginAppearanceTransition(true, false);
+    if (visible_ && rootViewController_)
+        rootViewController_->beginAppearanceTransition(true, false);
     if (old && old->isViewLoaded() && old->viewIfLoaded()->superview() == this) {
         old->viewIfLoaded()->removeFromSuperview();
     }
@@ -50,9 +53,13 @@ void Window::makeKeyAndVisible() {
     rootViewController_->endAppearanceTransition();
 }
 
-void Window::makeKeyWindow() { Application::shared().setKeyWindow(self<Window>()); }
+void Window::makeKeyWindow() {
+    Application::shared().setKeyWindow(self<Window>());
+}
 
-bool Window::isKeyWindow() const { return Application::shared().keyWindow().get() == this; }
+bool Window::isKeyWindow() const {
+    return Application::shared().keyWindow().get() == this;
+}
 
 void Window::setNeedsLayoutPass() {
     if (layoutPassPending_) return;

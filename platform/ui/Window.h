@@ -13,7 +13,7 @@ class ViewController;
 
 class Window : public View {
     ORV_DECLARE_CLASS(Window)
-public:
+  public:
     // A window the size of the main screen.
     void init() override;
     void initWithFrame(const gfx::Rect& frame) override;
@@ -34,7 +34,7 @@ public:
     // Lays out the window on the next turn of the main loop (once, however many views ask).
     void setNeedsLayoutPass();
 
-private:
+  private:
     void installRootView();
 
     std::shared_ptr<ViewController> rootViewController_;

@@ -12,7 +12,7 @@ std::array<uint8_t, 4> at(const Bitmap& b, int x, int y) {
     return {p[0], p[1], p[2], p[3]};
 }
 
-// A 2×1 R, G, B, A bitmap with padded rows: one opaque orange, one half-transparent blue.
+// A 2×2 R, G, B, A bitmap with padded rows, each an opaque orange and a half-transparent blue.
 Bitmap sample() {
     std::vector<uint8_t> bytes(2 * 12, 0xEE);
     const uint8_t px[8] = {255, 128, 0, 255, 0, 0, 100, 128};

@@ -52,12 +52,14 @@ TEST(GeometryTest, ContainsPointHasOpenMaxEdges) {
 }
 
 TEST(GeometryTest, TransformedRectIsTheBoundingBox) {
-    const Rect r = applyTransform(Rect{0, 0, 10, 20}, AffineTransform::rotation(std::numbers::pi / 2));
+    const Rect r =
+        applyTransform(Rect{0, 0, 10, 20}, AffineTransform::rotation(std::numbers::pi / 2));
     EXPECT_NEAR(r.origin.x, -20, 1e-9);
     EXPECT_NEAR(r.origin.y, 0, 1e-9);
     EXPECT_NEAR(r.size.width, 20, 1e-9);
     EXPECT_NEAR(r.size.height, 10, 1e-9);
-    const Rect d = applyTransform(Rect{0, 0, 10, 10}, AffineTransform::rotation(std::numbers::pi / 4));
+    const Rect d =
+        applyTransform(Rect{0, 0, 10, 10}, AffineTransform::rotation(std::numbers::pi / 4));
     EXPECT_NEAR(d.size.width, 10 * std::numbers::sqrt2, 1e-9);
 }
 

@@ -10,8 +10,8 @@
 #include "platform/rt/Exception.h"
 #include "platform/rt/RunLoop.h"
 
-namespace orv::rt {
-namespace {
+// A named namespace: the registry keeps every class, including ones no test instantiates.
+namespace orv::rt::object_test {
 
 std::vector<std::string> journal;
 
@@ -151,5 +151,4 @@ TEST(ObjectTest, MainThreadObjectsReleasedOnAWorkerDeallocOnTheMainThread) {
     EXPECT_TRUE(*onMain);
 }
 
-}  // namespace
-}  // namespace orv::rt
+}  // namespace orv::rt::object_test
