@@ -92,22 +92,25 @@ Point lerp(Point a, Point b, double t) {
     return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t};
 }
 
+double length(const Polyline& l) {
+    double sum = 0;
+    for (size_t i = 1; i < l.points.size(); ++i) sum += distance(l.points[i - 1], l.points[i]);
+    return sum;
+}
+
 // Replaces the current path by the part of it between the length fractions [from, to].
 void trimCurrentPath(cairo_t* cr, double from, double to) {
     std::vector<Polyline> lines = flattenCurrentPath(cr);
     cairo_new_path(cr);
     double total = 0;
     for (Polyline& l : lines) {
-        if (l.closed) l.points.push_back(l.points.front());
-        for (size_t i = 1; i < l.points.size(); ++i)
-            total += distance(l.points[i - 1], l.points[i]);
+        if (l.closed) l.points.push_back(l.points.front());  // the closing segment counts too
+        total += length(l);
     }
     const double start = from * total, end = to * total;
     double walked = 0;
     for (const Polyline& l : lines) {
-        double lineLength = 0;
-        for (size_t i = 1; i < l.points.size(); ++i)
-            lineLength += distance(l.points[i - 1], l.points[i]);
+        const double lineLength = length(l);
         if (l.closed && start <= walked && walked + lineLength <= end) {
             // A whole closed sub-path keeps its join where it closes.
             cairo_move_to(cr, l.points[0].x, l.points[0].y);

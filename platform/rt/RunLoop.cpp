@@ -22,15 +22,13 @@ constexpr double kConditionPollSeconds = 0.002;
 
 }  // namespace
 
-RunLoop::RunLoop() : clock_(std::make_shared<SystemClock>()), thread_(std::this_thread::get_id()) {}
+// Only main() makes a loop, so the one loop there is publishes itself as the main one.
+RunLoop::RunLoop() : clock_(std::make_shared<SystemClock>()), thread_(std::this_thread::get_id()) {
+    mainLoop = this;
+}
 
 RunLoop& RunLoop::main() {
     static NoDestructor<RunLoop> loop;
-    static const bool published = [] {
-        mainLoop = loop.get();
-        return true;
-    }();
-    (void)published;
     return *loop;
 }
 
@@ -69,6 +67,7 @@ double RunLoop::now() const {
 }
 
 void RunLoop::post(Task task) {
+    if (!task) return;
     {
         std::lock_guard lock(mutex_);
         tasks_.push_back(std::move(task));
@@ -87,11 +86,13 @@ void RunLoop::schedule(double due, Delayed item) {
 }
 
 void RunLoop::postDelayed(double delaySeconds, Task task) {
+    if (!task) return;
     schedule(now() + std::max(0.0, delaySeconds), Delayed{std::move(task), nullptr, {}, nullptr});
 }
 
 void RunLoop::performAfterDelay(std::shared_ptr<Object> target, std::string name,
                                 double delaySeconds, Task task) {
+    if (!task) return;
     schedule(now() + std::max(0.0, delaySeconds),
              Delayed{std::move(task), std::move(target), std::move(name), nullptr});
 }

@@ -42,11 +42,9 @@ class Surface {
         canvas_.concat(t);
         ctm_ = t.concat(ctm_);
     }
-    // A transparent surface of the same size and scale, in the same user space as this one.
+    // A transparent canvas of the same size and scale (a Surface over it starts from ctm()).
     std::unique_ptr<gfx::Canvas> makeLayer() const {
-        auto layer = std::make_unique<gfx::Canvas>(canvas_.size(), canvas_.scale());
-        layer->concat(ctm_);
-        return layer;
+        return std::make_unique<gfx::Canvas>(canvas_.size(), canvas_.scale());
     }
     // Lays a bitmap of this surface's pixel size back over it, with `alpha`.
     void composite(const gfx::BitmapPtr& pixels, double alpha) {

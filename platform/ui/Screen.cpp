@@ -1,10 +1,19 @@
 #include "platform/ui/Screen.h"
 
+#include <mutex>
+
 namespace orv::ui {
 
 ORV_DEFINE_CLASS(Screen, rt::Object)
 
 namespace {
+
+// Callers on any thread may be the first to ask.
+std::mutex& slotMutex() {
+    static std::mutex m;
+    return m;
+}
+
 std::shared_ptr<Screen>& mainSlot() {
     static std::shared_ptr<Screen> screen;
     return screen;
@@ -12,13 +21,19 @@ std::shared_ptr<Screen>& mainSlot() {
 }  // namespace
 
 Screen& Screen::main() {
+    std::lock_guard lock(slotMutex());
     auto& slot = mainSlot();
     if (!slot) slot = rt::make<Screen>();
     return *slot;
 }
 
 void Screen::resetMain() {
-    mainSlot() = rt::make<Screen>();
+    auto fresh = rt::make<Screen>();
+    {
+        std::lock_guard lock(slotMutex());
+        std::swap(mainSlot(), fresh);
+    }
+    // The old one (and the windows it holds) goes outside the lock.
 }
 
 gfx::Size Screen::sizeInPixels() const {

@@ -4,8 +4,10 @@
 // frame is derived from center, bounds and transform, as on the platform our interfaces come
 // from: setting bounds keeps the centre; reading the frame under a transform gives the bounding
 // box of the transformed bounds; setting the frame under a non-identity transform keeps the
-// transform and sets the centre to the frame's middle and the bounds size to the frame's size
-// with the transform's scale removed (rotations by ±pi/2 exchange width and height).
+// transform and sets the centre to the frame's middle (less the transform's own translation, so
+// the frame reads back as set) and the bounds size to the frame's size with the transform's
+// scale removed (rotations by ±pi/2 exchange width and height; other angles, which have no
+// unique answer, only lose the scale).
 
 #include <functional>
 #include <memory>
@@ -130,7 +132,8 @@ class View : public Responder {
     virtual void didAddSubview(View* subview) {}
     virtual void willRemoveSubview(View* subview) {}
 
-    // Coordinates. A null view means the window's (screen) coordinates.
+    // Coordinates. A null view means the window's (screen) coordinates: the bounds space of the
+    // top of the tree, which is the window for a view on screen.
     gfx::Point convertPointToView(gfx::Point p, const View* view) const;
     gfx::Point convertPointFromView(gfx::Point p, const View* view) const;
     gfx::Rect convertRectToView(const gfx::Rect& r, const View* view) const;

@@ -105,8 +105,8 @@ TEST_F(OrvViewControllerTest, BackActionPopsOrDismissesByStackSize) {
 
     auto lonely = orv::rt::make<OrvViewController>();
     EXPECT_EQ(orvNavCount(*lonely), 0u);
-    orvBackActionWithAnimated(*lonely, false);  // nothing to do, nothing breaks
-    EXPECT_FALSE(lonely->isBacked);
+    orvBackActionWithAnimated(*lonely, false);  // nothing to pop from, nothing breaks
+    EXPECT_EQ(orvPopViewControllerAnimated(*lonely, false), nullptr);
 }
 
 TEST_F(OrvViewControllerTest, LeavingWithATransitionAnimatesTheWindow) {

@@ -101,10 +101,11 @@ TEST_F(GestureRecognizerTest, PanReportsBeganChangedEndedWithTheTranslation) {
     auto pan = rt::make<PanGestureRecognizer>();
     view->addGestureRecognizer(pan);
     std::vector<State> states;
-    double stepsY = 0, lastTotalY = 0;
+    double stepsY = 0, lastTotalY = 0, velocityY = 0;
     pan->addTarget([&](GestureRecognizer& r) {
         auto& p = static_cast<PanGestureRecognizer&>(r);
         states.push_back(p.state());
+        velocityY = p.velocityInView(nullptr).y;
         lastTotalY = p.translationInView(nullptr).y;  // read before the reset below
         stepsY += lastTotalY;
         p.setTranslation({0, 0}, nullptr);
@@ -115,7 +116,8 @@ TEST_F(GestureRecognizerTest, PanReportsBeganChangedEndedWithTheTranslation) {
     EXPECT_EQ(states.front(), State::Began);
     EXPECT_EQ(states.back(), State::Ended);
     for (size_t i = 1; i + 1 < states.size(); ++i) EXPECT_EQ(states[i], State::Changed);
-    EXPECT_NEAR(stepsY, 60, 1e-9);  // the deltas add up to the whole drag
+    EXPECT_NEAR(stepsY, 60, 1e-9);      // the deltas add up to the whole drag
+    EXPECT_NEAR(velocityY, 120, 1e-6);  // 60 points in half a second
     EXPECT_EQ(pan->state(), State::Possible);
 }
 

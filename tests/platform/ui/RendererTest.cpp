@@ -112,6 +112,13 @@ TEST_F(RendererTest, ARotatedSquareCoversItsTurnedShape) {
     EXPECT_EQ(at(100, 100), (Pixel{0, 255, 0, 255}));
     EXPECT_EQ(at(100, 125), (Pixel{0, 255, 0, 255}));  // a tip, beyond the square unturned
     EXPECT_EQ(at(82, 82), kWhite);                     // a corner of the square unturned
+
+    // Translucent and turned, it is laid back without shifting or smearing.
+    square->setAlpha(0.5);
+    square->setCenter({100.25, 100.25});
+    rerender();
+    EXPECT_THAT(at(100, 100), Near(Pixel{128, 255, 128, 255}));
+    EXPECT_EQ(at(82, 82), kWhite);
 }
 
 TEST_F(RendererTest, ClippingCutsSubviewsAtTheBounds) {
