@@ -4,6 +4,6 @@
 // Base of the components that pick several photos; it counts each one made.
 class OrvAlbumMultipleComponentBase : public OrvEditComponent {
     ORV_DECLARE_CLASS(OrvAlbumMultipleComponentBase)
-public:
+  public:
     void init() override;
 };

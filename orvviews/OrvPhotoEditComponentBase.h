@@ -4,6 +4,6 @@
 // Base of the components that edit one photo; it counts each one made.
 class OrvPhotoEditComponentBase : public OrvInputComponent {
     ORV_DECLARE_CLASS(OrvPhotoEditComponentBase)
-public:
+  public:
     void init() override;
 };

@@ -4,6 +4,6 @@
 // Base of the components that the multi-step editor; it counts each one made.
 class OrvPhotoEditMultipleComponentBase : public OrvInputComponent {
     ORV_DECLARE_CLASS(OrvPhotoEditMultipleComponentBase)
-public:
+  public:
     void init() override;
 };

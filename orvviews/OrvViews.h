@@ -12,7 +12,7 @@ inline constexpr const char* OrvViewsVersionString = "0.1.0";
 
 class OrvViews : public orv::rt::Object {
     ORV_DECLARE_CLASS(OrvViews)
-public:
+  public:
     static std::shared_ptr<OrvViews> shared();
 
     // Made at first read: a new OrvPopupMessage. An application may put its own hub in place at
@@ -20,6 +20,6 @@ public:
     std::shared_ptr<OrvPopupMessageInterface> messageHub();
     void setMessageHub(std::shared_ptr<OrvPopupMessageInterface> hub);
 
-private:
+  private:
     std::shared_ptr<OrvPopupMessageInterface> messageHub_;
 };

@@ -28,7 +28,7 @@ namespace {
 
 // The application's own first screen, from which the flow starts.
 class HomeController : public OrvViewController {
-public:
+  public:
     void viewDidLoad() override {
         OrvViewController::viewDidLoad();
         view()->setBackgroundColor(gfx::Color::rgb(0.95, 0.95, 0.97));
@@ -42,7 +42,7 @@ public:
 };
 
 class Session {
-public:
+  public:
     explicit Session(std::filesystem::path out) : out_(std::move(out)) {}
 
     void shoot(const std::string& name) {
@@ -79,8 +79,7 @@ public:
                                   const std::shared_ptr<ui::ViewController>& controller) {
                 called = true;
                 std::printf("callback: result %s, error %s, controller %s\n",
-                            result ? "yes" : "none",
-                            error ? error->description().c_str() : "none",
+                            result ? "yes" : "none", error ? error->description().c_str() : "none",
                             controller ? controller->description().c_str() : "none");
             });
         component->setOptions(options);
@@ -117,8 +116,8 @@ public:
 
         // The user taps "Done": the component dismisses the screen and calls back.
         auto injector = ui::EventInjector::injectorForWindow(window_);
-        const gfx::Rect button = screen->doneButton()->convertRectToView(
-            screen->doneButton()->bounds(), nullptr);
+        const gfx::Rect button =
+            screen->doneButton()->convertRectToView(screen->doneButton()->bounds(), nullptr);
         injector->tap({gfx::rectGetMidX(button), gfx::rectGetMidY(button)});
         loop().runFor(0.5);
         shoot("back-home");
@@ -127,7 +126,7 @@ public:
         return failed_ ? 1 : 0;
     }
 
-private:
+  private:
     static rt::RunLoop& loop() { return rt::RunLoop::main(); }
     int fail(const char* why) {
         std::fprintf(stderr, "demo failed: %s\n", why);

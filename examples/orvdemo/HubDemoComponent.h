@@ -11,7 +11,7 @@ namespace orvdemo {
 // back when the user is done.
 class HubDemoComponent : public OrvPhotoEditComponentBase, public HubDemoDelegate {
     ORV_DECLARE_CLASS(HubDemoComponent)
-public:
+  public:
     const std::shared_ptr<HubDemoOptions>& options() const { return options_; }
     void setOptions(std::shared_ptr<HubDemoOptions> options) { options_ = std::move(options); }
 
@@ -21,7 +21,7 @@ public:
     // The screen while it is shown.
     std::shared_ptr<HubDemoController> controller() const { return controller_.lock(); }
 
-private:
+  private:
     std::shared_ptr<HubDemoOptions> options_;
     std::weak_ptr<HubDemoController> controller_;
 };

@@ -39,7 +39,8 @@ void HubDemoController::buildDefaultStyleView() {
     doneButton_->layer().setCornerRadius(24);
     std::weak_ptr<HubDemoController> weak = self<HubDemoController>();
     doneButton_->addTarget(
-        weak, [weak](ui::Control&, ui::Event*) {
+        weak,
+        [weak](ui::Control&, ui::Event*) {
             if (auto me = weak.lock()) me->onDone();
         },
         ui::ControlEventTouchUpInside);

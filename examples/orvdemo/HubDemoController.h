@@ -19,14 +19,14 @@ class HubDemoController;
 // What a component hears from the screen when the user is done.
 class HubDemoDelegate {
     ORV_DECLARE_PROTOCOL(HubDemoDelegate)
-public:
+  public:
     virtual ~HubDemoDelegate() = default;
     virtual void hubDemoControllerDidFinish(HubDemoController& controller) = 0;
 };
 
 class HubDemoController : public OrvImageResultController {
     ORV_DECLARE_CLASS(HubDemoController)
-public:
+  public:
     void setDelegate(std::weak_ptr<HubDemoDelegate> delegate) { delegate_ = std::move(delegate); }
 
     void buildDefaultStyleView() override;
@@ -35,7 +35,7 @@ public:
     const std::shared_ptr<ui::Button>& doneButton() const { return doneButton_; }
     void onDone();
 
-private:
+  private:
     std::weak_ptr<HubDemoDelegate> delegate_;
     std::shared_ptr<ui::Label> titleLabel_;
     std::shared_ptr<ui::Label> detailLabel_;

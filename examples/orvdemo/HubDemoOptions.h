@@ -6,7 +6,7 @@ namespace orvdemo {
 // The option set of the hub demo: it makes a HubDemoController.
 class HubDemoOptions : public OrvImageResultOptions {
     ORV_DECLARE_CLASS(HubDemoOptions)
-public:
+  public:
     const orv::rt::Class* defaultComponentClazz() const override;
 };
 

@@ -2,5 +2,9 @@
 
 #include "platform/ui/Application.h"
 
-bool orvIsDeviceiPhoneX() { return orv::ui::Application::shared().isDeviceIPhoneX(); }
-double orvSystemFloatVersion() { return orv::ui::Application::shared().systemVersion(); }
+bool orvIsDeviceiPhoneX() {
+    return orv::ui::Application::shared().isDeviceIPhoneX();
+}
+double orvSystemFloatVersion() {
+    return orv::ui::Application::shared().systemVersion();
+}

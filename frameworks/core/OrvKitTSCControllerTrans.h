@@ -10,10 +10,12 @@ class Animation;
 // A controller's custom transitions: outTran runs on the window when the controller leaves.
 class OrvKitTSCControllerTrans : public orv::rt::Object {
     ORV_DECLARE_CLASS(OrvKitTSCControllerTrans)
-public:
+  public:
     const std::shared_ptr<orv::ui::Animation>& outTran() const { return outTran_; }
-    void setOutTran(std::shared_ptr<orv::ui::Animation> animation) { outTran_ = std::move(animation); }
+    void setOutTran(std::shared_ptr<orv::ui::Animation> animation) {
+        outTran_ = std::move(animation);
+    }
 
-private:
+  private:
     std::shared_ptr<orv::ui::Animation> outTran_;
 };

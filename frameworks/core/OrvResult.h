@@ -11,13 +11,13 @@
 
 class OrvResult : public orv::rt::Object {
     ORV_DECLARE_CLASS(OrvResult)
-public:
+  public:
     orv::gfx::ImagePtr image() const { return image_; }
     void setImage(orv::gfx::ImagePtr image) { image_ = std::move(image); }
     const std::optional<std::string>& imagePath() const { return imagePath_; }
     void setImagePath(std::optional<std::string> path) { imagePath_ = std::move(path); }
 
-private:
+  private:
     orv::gfx::ImagePtr image_;
     std::optional<std::string> imagePath_;
 };

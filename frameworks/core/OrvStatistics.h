@@ -7,7 +7,7 @@
 #include <string>
 
 class OrvStatistics {
-public:
+  public:
     static void appendWithComponentIdt(long idt);
     static void flushData();
 

@@ -5,6 +5,6 @@
 // album itself; the component frame only carries it from the application to a screen.
 class OrvTSAssetInterface {
     ORV_DECLARE_PROTOCOL(OrvTSAssetInterface)
-public:
+  public:
     virtual ~OrvTSAssetInterface() = default;
 };

@@ -21,12 +21,12 @@ std::string formatted(const char* format, va_list args) {
 
 }  // namespace
 
-#define ORV_TS_LOG_LEVEL(fn, level)                                \
-    void OrvTSLog::fn(const char* format, ...) {                   \
-        va_list args;                                              \
-        va_start(args, format);                                    \
-        orv::rt::Log::write(level, formatted(format, args));       \
-        va_end(args);                                              \
+#define ORV_TS_LOG_LEVEL(fn, level)                          \
+    void OrvTSLog::fn(const char* format, ...) {             \
+        va_list args;                                        \
+        va_start(args, format);                              \
+        orv::rt::Log::write(level, formatted(format, args)); \
+        va_end(args);                                        \
     }
 
 ORV_TS_LOG_LEVEL(debug, orv::rt::Log::Level::Debug)

@@ -1,7 +1,7 @@
 #pragma once
 // The log every part of the library writes to, by level, with printf-style formats.
 class OrvTSLog {
-public:
+  public:
     static void debug(const char* format, ...) __attribute__((format(printf, 1, 2)));
     static void info(const char* format, ...) __attribute__((format(printf, 1, 2)));
     static void warn(const char* format, ...) __attribute__((format(printf, 1, 2)));

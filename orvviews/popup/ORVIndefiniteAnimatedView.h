@@ -8,7 +8,7 @@
 // The spinner: an arc that turns for ever, faded along its length by a mask picture.
 class ORVIndefiniteAnimatedView : public ui::View {
     ORV_DECLARE_CLASS(ORVIndefiniteAnimatedView)
-public:
+  public:
     void initWithFrame(const gfx::Rect& frame) override;
 
     double strokeThickness() const { return strokeThickness_; }
@@ -26,7 +26,7 @@ public:
     gfx::Size sizeThatFits(gfx::Size size) const override;
     void layoutAnimatedLayer();
 
-private:
+  private:
     double strokeThickness_ = 0;
     double radius_ = 0;
     gfx::Color strokeColor_;

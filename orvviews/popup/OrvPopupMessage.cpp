@@ -24,4 +24,6 @@ void OrvPopupMessage::showError(const OrvText& status) {
     OrvPopupProgress::showMainThreadErrorWithStatus(status);
 }
 
-void OrvPopupMessage::dismiss() { OrvPopupProgress::dismiss(); }
+void OrvPopupMessage::dismiss() {
+    OrvPopupProgress::dismiss();
+}

@@ -11,7 +11,7 @@ using OrvText = std::optional<std::string>;  // a text that may be nil
 
 class OrvPopupMessageInterface {
     ORV_DECLARE_PROTOCOL(OrvPopupMessageInterface)
-public:
+  public:
     virtual ~OrvPopupMessageInterface() = default;
     virtual void setStatus(const OrvText& status) = 0;
     virtual void showToast(const OrvText& message) = 0;

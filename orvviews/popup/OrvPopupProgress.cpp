@@ -20,9 +20,9 @@
 #include "platform/ui/Label.h"
 #include "platform/ui/Layer.h"
 #include "platform/ui/Screen.h"
+#include "platform/ui/ShapeLayer.h"
 #include "platform/ui/Touch.h"
 #include "platform/ui/Transaction.h"
-#include "platform/ui/ShapeLayer.h"
 #include "platform/ui/ViewController.h"
 #include "platform/ui/Window.h"
 
@@ -84,8 +84,10 @@ std::shared_ptr<OrvPopupProgress> OrvPopupProgress::sharedView() {
     std::call_once(once, [] {
         auto make = [] { instance = ui::makeView<OrvPopupProgress>(ui::Screen::main().bounds()); };
         // Views belong to the main thread: a first call elsewhere waits for the main loop.
-        if (rt::RunLoop::isMainThread()) make();
-        else rt::mainQueue().sync(make);
+        if (rt::RunLoop::isMainThread())
+            make();
+        else
+            rt::mainQueue().sync(make);
     });
     return instance;
 }
@@ -144,11 +146,15 @@ void OrvPopupProgress::setDefaultMaskType(unsigned maskType) {
     OrvKitProgressHUDDefaultMaskType = maskType;
 }
 
-unsigned OrvPopupProgress::defaultMaskType() { return OrvKitProgressHUDDefaultMaskType; }
+unsigned OrvPopupProgress::defaultMaskType() {
+    return OrvKitProgressHUDDefaultMaskType;
+}
 
 // ---- class operations ----
 
-void OrvPopupProgress::show() { showWithStatus(std::nullopt); }
+void OrvPopupProgress::show() {
+    showWithStatus(std::nullopt);
+}
 void OrvPopupProgress::showWithMaskType(unsigned maskType) {
     showProgress(OrvKitProgressHUDUndefinedProgress, std::nullopt, maskType);
 }
@@ -158,7 +164,9 @@ void OrvPopupProgress::showWithStatus(const OrvText& status) {
 void OrvPopupProgress::showWithStatus(const OrvText& status, unsigned maskType) {
     showProgress(OrvKitProgressHUDUndefinedProgress, status, maskType);
 }
-void OrvPopupProgress::showProgress(float progress) { showProgress(progress, std::nullopt); }
+void OrvPopupProgress::showProgress(float progress) {
+    showProgress(progress, std::nullopt);
+}
 void OrvPopupProgress::showProgress(float progress, unsigned maskType) {
     showProgress(progress, std::nullopt, maskType);
 }
@@ -169,7 +177,9 @@ void OrvPopupProgress::showProgress(float progress, const OrvText& status, unsig
     sharedView()->showProgressNow(progress, status, maskType);
 }
 
-void OrvPopupProgress::showMessage(const OrvText& message) { showImage(nullptr, message); }
+void OrvPopupProgress::showMessage(const OrvText& message) {
+    showImage(nullptr, message);
+}
 void OrvPopupProgress::showSuccessWithStatus(const OrvText& status) {
     showSuccessWithStatus(status, OrvKitProgressHUDDefaultMaskType);
 }
@@ -188,16 +198,21 @@ void OrvPopupProgress::showImage(gfx::ImagePtr image, const OrvText& status) {
     showImage(std::move(image), status, OrvKitProgressHUDDefaultMaskType);
 }
 void OrvPopupProgress::showImage(gfx::ImagePtr image, const OrvText& status, unsigned maskType) {
-    sharedView()->showImageNow(std::move(image), status, displayDurationForString(status), maskType);
+    sharedView()->showImageNow(std::move(image), status, displayDurationForString(status),
+                               maskType);
 }
 
-void OrvPopupProgress::setStatus(const OrvText& status) { sharedView()->setStatusNow(status); }
+void OrvPopupProgress::setStatus(const OrvText& status) {
+    sharedView()->setStatusNow(status);
+}
 
 void OrvPopupProgress::setOffsetFromCenter(gfx::Offset offset) {
     sharedView()->offsetFromCenter_ = offset;
 }
 
-void OrvPopupProgress::resetOffsetFromCenter() { setOffsetFromCenter({0, 0}); }
+void OrvPopupProgress::resetOffsetFromCenter() {
+    setOffsetFromCenter({0, 0});
+}
 
 void OrvPopupProgress::popActivity() {
     auto view = sharedView();
@@ -215,7 +230,9 @@ void OrvPopupProgress::dismiss() {
     }
 }
 
-bool OrvPopupProgress::isVisible() { return sharedView()->alpha() == 1; }
+bool OrvPopupProgress::isVisible() {
+    return sharedView()->alpha() == 1;
+}
 
 double OrvPopupProgress::displayDurationForString(const OrvText& text) {
     const double length = text ? static_cast<double>(utf16Length(*text)) : 0;
@@ -247,7 +264,8 @@ void OrvPopupProgress::showMainThreadProgress(float progress, const OrvText& sta
 // ---- showing ----
 
 bool OrvPopupProgress::isClear() const {
-    return maskType_ == OrvKitProgressHUDMaskTypeNone || maskType_ == OrvKitProgressHUDMaskTypeClear;
+    return maskType_ == OrvKitProgressHUDMaskTypeNone ||
+           maskType_ == OrvKitProgressHUDMaskTypeClear;
 }
 
 void OrvPopupProgress::showProgressNow(float progress, const OrvText& status, unsigned maskType) {
@@ -303,11 +321,14 @@ void OrvPopupProgress::appear() {
         kAnimationDuration, 0, kAnimationAllowUserInteraction | kAnimationBeginFromCurrentState,
         [me, hud] {
             hud->setTransform(hud->transform().scaled(1 / 1.3, 1 / 1.3));
-            if (me->isClear()) hud->setAlpha(1);
-            else me->setAlpha(1);
+            if (me->isClear())
+                hud->setAlpha(1);
+            else
+                me->setAlpha(1);
         },
         [me](bool) {
-            me->postNotification(OrvKitProgressHUDDidAppearNotification, me->notificationUserInfo());
+            me->postNotification(OrvKitProgressHUDDidAppearNotification,
+                                 me->notificationUserInfo());
         });
 }
 
@@ -334,9 +355,8 @@ void OrvPopupProgress::showImageNow(gfx::ImagePtr image, const OrvText& status, 
 
     // The timer holds the overlay until it fires, as the dismissal needs it.
     auto me = self<OrvPopupProgress>();
-    setFadeOutTimer(rt::RunLoop::main().scheduleTimer(duration, false, [me](rt::Timer&) {
-        me->dismissNow();
-    }));
+    setFadeOutTimer(
+        rt::RunLoop::main().scheduleTimer(duration, false, [me](rt::Timer&) { me->dismissNow(); }));
 }
 
 void OrvPopupProgress::setStatusNow(const OrvText& status) {
@@ -457,7 +477,8 @@ void OrvPopupProgress::positionHUD(const rt::Notification* notification) {
     if (notification) {
         const bool showing = notification->name == ui::Application::keyboardWillShowNotification ||
                              notification->name == ui::Application::keyboardDidShowNotification;
-        if (showing) keyboardHeight = notification->doubleForKey(ui::Application::keyboardHeightKey);
+        if (showing)
+            keyboardHeight = notification->doubleForKey(ui::Application::keyboardHeightKey);
         animationDuration = notification->doubleForKey(ui::Application::keyboardDurationKey);
     } else {
         keyboardHeight = visibleKeyboardHeight();
@@ -476,14 +497,16 @@ void OrvPopupProgress::positionHUD(const rt::Notification* notification) {
         return;
     }
     auto me = self<OrvPopupProgress>();
-    ui::View::animateWithDuration(animationDuration, 0, kAnimationAllowUserInteraction,
-                                  [me, center] { me->moveToPoint(center, 0); }, nullptr);
+    ui::View::animateWithDuration(
+        animationDuration, 0, kAnimationAllowUserInteraction,
+        [me, center] { me->moveToPoint(center, 0); }, nullptr);
 }
 
 void OrvPopupProgress::moveToPoint(gfx::Point center, double angle) {
     auto hud = hudView();
     hud->setTransform(gfx::AffineTransform::rotation(angle));
-    hud->setCenter({center.x + offsetFromCenter_.horizontal, center.y + offsetFromCenter_.vertical});
+    hud->setCenter(
+        {center.x + offsetFromCenter_.horizontal, center.y + offsetFromCenter_.vertical});
 }
 
 double OrvPopupProgress::visibleKeyboardHeight() const {
@@ -545,7 +568,8 @@ std::shared_ptr<ui::Control> OrvPopupProgress::overlayView() {
         overlayView_->setBackgroundColor(gfx::Color::clear());
         std::weak_ptr<OrvPopupProgress> weak = self<OrvPopupProgress>();
         overlayView_->addTarget(
-            weak, [weak](ui::Control& control, ui::Event* event) {
+            weak,
+            [weak](ui::Control& control, ui::Event* event) {
                 auto me = weak.lock();
                 if (!me || !event) return;
                 const auto touches = event->allTouches();
@@ -613,10 +637,9 @@ std::shared_ptr<ORVIndefiniteAnimatedView> OrvPopupProgress::indefiniteAnimatedV
 std::shared_ptr<ui::ShapeLayer> OrvPopupProgress::ringLayer() {
     if (!ringLayer_) {
         const gfx::Point center = contentCenter(hudView()->bounds().size, status_.has_value());
-        ringLayer_ = createRingLayer(center, status_ ? OrvKitProgressHUDRingRadius
-                                                     : OrvKitProgressHUDRingNoTextRadius,
-                                     OrvKitProgressHUDRingThickness,
-                                     OrvKitProgressHUDForegroundColor);
+        ringLayer_ = createRingLayer(
+            center, status_ ? OrvKitProgressHUDRingRadius : OrvKitProgressHUDRingNoTextRadius,
+            OrvKitProgressHUDRingThickness, OrvKitProgressHUDForegroundColor);
         ringLayer_->setStrokeEnd(0);
         hudView()->layer().addSublayer(ringLayer_);
     }

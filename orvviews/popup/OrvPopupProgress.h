@@ -46,7 +46,7 @@ inline constexpr float OrvKitProgressHUDUndefinedProgress = -1;
 
 class OrvPopupProgress : public ui::View {
     ORV_DECLARE_CLASS(OrvPopupProgress)
-public:
+  public:
     // The one overlay, made at first use (from any thread) with the main screen's bounds.
     static std::shared_ptr<OrvPopupProgress> sharedView();
 
@@ -128,7 +128,7 @@ public:
     // animation.
     void positionHUD(const rt::Notification* notification);
 
-private:
+  private:
     void setFadeOutTimer(std::shared_ptr<rt::Timer> timer);
     void showProgressNow(float progress, const OrvText& status, unsigned maskType);
     void showImageNow(gfx::ImagePtr image, const OrvText& status, double duration,

@@ -6,6 +6,6 @@
 // its controllers first, so that they can let go of what holds them.
 class OrvNavigationController : public ui::NavigationController {
     ORV_DECLARE_CLASS(OrvNavigationController)
-public:
+  public:
     void dealloc() override;
 };

@@ -38,14 +38,18 @@ void OrvViewController::viewWillDisappear(bool animated) {
     ui::ViewController::viewWillDisappear(animated);
 }
 
-bool OrvViewController::prefersStatusBarHidden() const { return !orvIsDeviceiPhoneX(); }
+bool OrvViewController::prefersStatusBarHidden() const {
+    return !orvIsDeviceiPhoneX();
+}
 
 bool OrvViewController::automaticallyAdjustsScrollViewInsets() const {
-    return orvSystemFloatVersion() > 7.0 && ui::ViewController::automaticallyAdjustsScrollViewInsets();
+    return orvSystemFloatVersion() > 7.0 &&
+           ui::ViewController::automaticallyAdjustsScrollViewInsets();
 }
 
 void OrvViewController::setAutomaticallyAdjustsScrollViewInsets(bool on) {
-    if (orvSystemFloatVersion() > 7.0) ui::ViewController::setAutomaticallyAdjustsScrollViewInsets(on);
+    if (orvSystemFloatVersion() > 7.0)
+        ui::ViewController::setAutomaticallyAdjustsScrollViewInsets(on);
 }
 
 // ---- bar buttons ----
@@ -55,8 +59,10 @@ void OrvViewController::setBarButton(bool left, const std::optional<std::string>
     auto item = ui::BarButtonItem::itemWithTitle(title, ui::BarButtonItemStylePlain, self(),
                                                  std::move(action));
     if (color) item->setTitleTextAttributes({.foregroundColor = *color, .font = std::nullopt}, 0);
-    if (left) navigationItem()->setLeftBarButtonItem(item);
-    else navigationItem()->setRightBarButtonItem(item);
+    if (left)
+        navigationItem()->setLeftBarButtonItem(item);
+    else
+        navigationItem()->setRightBarButtonItem(item);
 }
 
 void OrvViewController::orvNavLeftButtonWithTitle(const std::optional<std::string>& title,
@@ -88,7 +94,8 @@ void OrvViewController::orvSetNavRightCancelButton() {
 }
 
 void OrvViewController::orvSetNavLeftCancelButtonWithColor(const gfx::Color& color) {
-    orvNavLeftButtonWithTitle(localized("orv_nav_cancel", "取消"), color, [this] { cancelAction(); });
+    orvNavLeftButtonWithTitle(localized("orv_nav_cancel", "取消"), color,
+                              [this] { cancelAction(); });
 }
 
 void OrvViewController::orvSetNavRightCancelButtonWithColor(const gfx::Color& color) {
@@ -96,12 +103,16 @@ void OrvViewController::orvSetNavRightCancelButtonWithColor(const gfx::Color& co
                                [this] { cancelAction(); });
 }
 
-void OrvViewController::cancelAction() { orvDismissModalViewControllerAnimated(); }
+void OrvViewController::cancelAction() {
+    orvDismissModalViewControllerAnimated();
+}
 
 void OrvViewController::setBackButton() {
     const auto& own = title();
-    const std::string text = own && characterCount(*own) < 4 ? *own : localized("orv_nav_back", "返回");
-    auto item = ui::BarButtonItem::itemWithTitle(text, ui::BarButtonItemStylePlain, nullptr, nullptr);
+    const std::string text =
+        own && characterCount(*own) < 4 ? *own : localized("orv_nav_back", "返回");
+    auto item =
+        ui::BarButtonItem::itemWithTitle(text, ui::BarButtonItemStylePlain, nullptr, nullptr);
     navigationItem()->setBackBarButtonItem(item);
 }
 
@@ -123,7 +134,9 @@ void OrvViewController::showHubErrorWithStatus(const OrvText& status) {
     OrvViews::shared()->messageHub()->showError(status);
 }
 
-void OrvViewController::dismissHub() { OrvViews::shared()->messageHub()->dismiss(); }
+void OrvViewController::dismissHub() {
+    OrvViews::shared()->messageHub()->dismiss();
+}
 
 // ---- leaving ----
 

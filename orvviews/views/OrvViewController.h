@@ -16,14 +16,16 @@
 
 class OrvViewController : public ui::ViewController {
     ORV_DECLARE_CLASS(OrvViewController)
-public:
+  public:
     using Action = std::function<void()>;
 
     // Set by every dismissal and pop below; nothing reads it yet.
     bool isBacked = false;
 
     const std::shared_ptr<OrvKitTSCControllerTrans>& transAnim() const { return transAnim_; }
-    void setTransAnim(std::shared_ptr<OrvKitTSCControllerTrans> trans) { transAnim_ = std::move(trans); }
+    void setTransAnim(std::shared_ptr<OrvKitTSCControllerTrans> trans) {
+        transAnim_ = std::move(trans);
+    }
 
     // Hides the navigation bar, and the status bar except on a notched device.
     void viewWillAppear(bool animated) override;
@@ -70,7 +72,7 @@ public:
 
     void dealloc() override;
 
-private:
+  private:
     // Marks the leave and runs the window animation when there is one; answers whether the
     // call that follows must be unanimated.
     bool beginLeaving();

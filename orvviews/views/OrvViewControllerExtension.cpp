@@ -73,7 +73,8 @@ void orvPushViewController(ui::ViewController& controller, const ui::ViewControl
 
 ui::ViewController::Ptr orvPopViewControllerAnimated(ui::ViewController& controller,
                                                      bool animated) {
-    if (OrvViewController* orv = asOrv(controller)) return orv->orvPopViewControllerAnimated(animated);
+    if (OrvViewController* orv = asOrv(controller))
+        return orv->orvPopViewControllerAnimated(animated);
     return orvBasePopViewControllerAnimated(controller, animated);
 }
 
@@ -169,8 +170,7 @@ ui::ViewController::Ptr orvBasePopViewControllerAnimated(ui::ViewController& con
 }
 
 OrvControllerList orvBasePopToViewController(ui::ViewController& controller,
-                                             const ui::ViewController::Ptr& target,
-                                             bool animated) {
+                                             const ui::ViewController::Ptr& target, bool animated) {
     ui::NavigationController* navigation = controller.navigationController();
     return navigation ? navigation->popToViewController(target, animated) : OrvControllerList{};
 }

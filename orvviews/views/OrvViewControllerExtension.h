@@ -51,8 +51,7 @@ OrvControllerList orvPopToViewController(ui::ViewController& controller,
 OrvControllerList orvPopToViewController(ui::ViewController& controller,
                                          const ui::ViewController::Ptr& target,
                                          const OrvAnimationPtr& animation);
-OrvControllerList orvPopToRootViewControllerAnimated(ui::ViewController& controller,
-                                                     bool animated);
+OrvControllerList orvPopToRootViewControllerAnimated(ui::ViewController& controller, bool animated);
 OrvControllerList orvPopToRootViewControllerWithAnim(ui::ViewController& controller,
                                                      const OrvAnimationPtr& animation);
 
@@ -81,8 +80,7 @@ void orvRemoveAllControllers(ui::NavigationController& navigation);
 ui::ViewController::Ptr orvBasePopViewControllerAnimated(ui::ViewController& controller,
                                                          bool animated);
 OrvControllerList orvBasePopToViewController(ui::ViewController& controller,
-                                             const ui::ViewController::Ptr& target,
-                                             bool animated);
+                                             const ui::ViewController::Ptr& target, bool animated);
 OrvControllerList orvBasePopToRootViewControllerAnimated(ui::ViewController& controller,
                                                          bool animated);
 // Adds the animation to the layer of the window the controller's view is in, under the key.

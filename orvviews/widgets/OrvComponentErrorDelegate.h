@@ -15,7 +15,7 @@ class ViewController;
 // Receives a screen's failures (normally the component that showed the screen).
 class OrvComponentErrorDelegate {
     ORV_DECLARE_PROTOCOL(OrvComponentErrorDelegate)
-public:
+  public:
     virtual ~OrvComponentErrorDelegate() = default;
     virtual void onComponent(const std::shared_ptr<ui::ViewController>& controller,
                              const std::shared_ptr<OrvResult>& result,

@@ -9,7 +9,7 @@
 
 class OrvComponentsViewController : public OrvViewController {
     ORV_DECLARE_CLASS(OrvComponentsViewController)
-public:
+  public:
     const std::weak_ptr<OrvComponentErrorDelegate>& errorDelegate() const { return errorDelegate_; }
     void setErrorDelegate(std::weak_ptr<OrvComponentErrorDelegate> delegate) {
         errorDelegate_ = std::move(delegate);
@@ -27,6 +27,6 @@ public:
 
     void dealloc() override;
 
-private:
+  private:
     std::weak_ptr<OrvComponentErrorDelegate> errorDelegate_;
 };

@@ -9,11 +9,10 @@
 
 class OrvEditComponent : public orv::rt::Object, public OrvComponentErrorDelegate {
     ORV_DECLARE_CLASS(OrvEditComponent)
-public:
-    using CallbackBlock =
-        std::function<void(const std::shared_ptr<OrvResult>& result,
-                           const std::shared_ptr<rt::Error>& error,
-                           const std::shared_ptr<ui::ViewController>& controller)>;
+  public:
+    using CallbackBlock = std::function<void(
+        const std::shared_ptr<OrvResult>& result, const std::shared_ptr<rt::Error>& error,
+        const std::shared_ptr<ui::ViewController>& controller)>;
 
     // A new component of class T (plain init) with its source controller and callback set.
     template <class T = OrvEditComponent>
@@ -52,7 +51,7 @@ public:
                               const std::shared_ptr<rt::Error>& error,
                               const std::shared_ptr<ui::ViewController>& controller);
 
-private:
+  private:
     bool autoPushViewController_ = false;
     bool autoDismissWhenCompelted_ = false;
     ui::ViewController* sourceController_ = nullptr;

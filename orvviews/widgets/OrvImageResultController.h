@@ -5,13 +5,13 @@
 // options of its option set; loading the input builds on these fields.
 class OrvImageResultController : public OrvResultViewController {
     ORV_DECLARE_CLASS(OrvImageResultController)
-public:
+  public:
     bool showResultPreview() const { return showResultPreview_; }
     void setShowResultPreview(bool on) { showResultPreview_ = on; }
     bool isAutoRemoveTemp() const { return isAutoRemoveTemp_; }
     void setIsAutoRemoveTemp(bool on) { isAutoRemoveTemp_ = on; }
 
-private:
+  private:
     bool showResultPreview_ = false;
     bool isAutoRemoveTemp_ = false;
 };

@@ -4,7 +4,7 @@
 // Options of a screen that works on one input picture. Both fields start false.
 class OrvImageResultOptions : public OrvResultOptions {
     ORV_DECLARE_CLASS(OrvImageResultOptions)
-public:
+  public:
     // Show the result full-screen after processing instead of delivering it.
     bool showResultPreview() const { return showResultPreview_; }
     void setShowResultPreview(bool on) { showResultPreview_ = on; }
@@ -14,7 +14,7 @@ public:
 
     std::shared_ptr<OrvComponentsViewController> componentInstance() override;
 
-private:
+  private:
     bool showResultPreview_ = false;
     bool isAutoRemoveTemp_ = false;
 };

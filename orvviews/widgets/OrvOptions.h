@@ -10,7 +10,7 @@ class OrvComponentsViewController;
 
 class OrvOptions : public orv::rt::Object {
     ORV_DECLARE_CLASS(OrvOptions)
-public:
+  public:
     // A new option set of class T, made with plain init.
     template <class T = OrvOptions>
     static std::shared_ptr<T> build() {
@@ -34,6 +34,6 @@ public:
     // onto it after calling the base.
     virtual std::shared_ptr<OrvComponentsViewController> componentInstance();
 
-private:
+  private:
     const orv::rt::Class* componentClazz_ = nullptr;
 };

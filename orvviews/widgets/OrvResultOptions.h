@@ -7,7 +7,7 @@
 // Options of a screen that ends in a result: where to save it and how well to compress it.
 class OrvResultOptions : public OrvOptions {
     ORV_DECLARE_CLASS(OrvResultOptions)
-public:
+  public:
     void initOptions() override;
 
     bool saveToTemp() const { return saveToTemp_; }
@@ -26,7 +26,7 @@ public:
     // copied onto it, in that order.
     std::shared_ptr<OrvComponentsViewController> componentInstance() override;
 
-private:
+  private:
     bool saveToTemp_ = false;
     bool saveToAlbum_ = false;
     std::optional<std::string> saveToAlbumName_;

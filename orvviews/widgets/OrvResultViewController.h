@@ -8,7 +8,7 @@
 // the saving road itself builds on these fields.
 class OrvResultViewController : public OrvComponentsViewController {
     ORV_DECLARE_CLASS(OrvResultViewController)
-public:
+  public:
     void init() override;
 
     bool saveToTemp() const { return saveToTemp_; }
@@ -22,7 +22,7 @@ public:
     // Whether the saving road shows its progress in the hub.
     bool enableShowHub = true;
 
-private:
+  private:
     bool saveToTemp_ = false;
     bool saveToAlbum_ = false;
     std::optional<std::string> saveToAlbumName_;

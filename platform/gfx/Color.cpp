@@ -11,10 +11,14 @@ std::optional<Color> Color::fromHex(std::string_view hex) {
     int value[6];
     for (size_t i = 0; i < 6; ++i) {
         const char c = hex[i];
-        if (c >= '0' && c <= '9') value[i] = c - '0';
-        else if (c >= 'a' && c <= 'f') value[i] = c - 'a' + 10;
-        else if (c >= 'A' && c <= 'F') value[i] = c - 'A' + 10;
-        else return std::nullopt;
+        if (c >= '0' && c <= '9')
+            value[i] = c - '0';
+        else if (c >= 'a' && c <= 'f')
+            value[i] = c - 'a' + 10;
+        else if (c >= 'A' && c <= 'F')
+            value[i] = c - 'A' + 10;
+        else
+            return std::nullopt;
     }
     return Color{(value[0] * 16 + value[1]) / 255.0, (value[2] * 16 + value[3]) / 255.0,
                  (value[4] * 16 + value[5]) / 255.0, 1.0};

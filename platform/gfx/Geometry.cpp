@@ -31,7 +31,9 @@ Rect rectNull() {
     return {inf, inf, 0, 0};
 }
 
-bool rectIsNull(const Rect& r) { return std::isinf(r.origin.x) || std::isinf(r.origin.y); }
+bool rectIsNull(const Rect& r) {
+    return std::isinf(r.origin.x) || std::isinf(r.origin.y);
+}
 
 bool rectIsEmpty(const Rect& r) {
     return rectIsNull(r) || r.size.width == 0 || r.size.height == 0 || std::isnan(r.size.width) ||
@@ -107,8 +109,12 @@ std::string number(double v) {
 }
 }  // namespace
 
-std::string toString(Point p) { return "{" + number(p.x) + ", " + number(p.y) + "}"; }
-std::string toString(Size s) { return "{" + number(s.width) + ", " + number(s.height) + "}"; }
+std::string toString(Point p) {
+    return "{" + number(p.x) + ", " + number(p.y) + "}";
+}
+std::string toString(Size s) {
+    return "{" + number(s.width) + ", " + number(s.height) + "}";
+}
 std::string toString(const Rect& r) {
     return "{" + toString(r.origin) + ", " + toString(r.size) + "}";
 }

@@ -51,9 +51,8 @@ struct AffineTransform {
     bool isIdentity() const { return *this == AffineTransform{}; }
     // t1.concat(t2) applies t1 first, then t2 (CGAffineTransformConcat).
     AffineTransform concat(const AffineTransform& t2) const {
-        return {a * t2.a + b * t2.c,        a * t2.b + b * t2.d,
-                c * t2.a + d * t2.c,        c * t2.b + d * t2.d,
-                tx * t2.a + ty * t2.c + t2.tx, tx * t2.b + ty * t2.d + t2.ty};
+        return {a * t2.a + b * t2.c, a * t2.b + b * t2.d,           c * t2.a + d * t2.c,
+                c * t2.b + d * t2.d, tx * t2.a + ty * t2.c + t2.tx, tx * t2.b + ty * t2.d + t2.ty};
     }
     // The CGAffineTransformTranslate/Scale/Rotate forms: the new step applies before this one.
     AffineTransform translated(double x, double y) const { return translation(x, y).concat(*this); }
@@ -62,7 +61,8 @@ struct AffineTransform {
     AffineTransform inverted() const {
         const double det = a * d - b * c;
         if (det == 0) return *this;  // the platform gives the transform back when it can't invert
-        return {d / det, -b / det, -c / det, a / det, (c * ty - d * tx) / det, (b * tx - a * ty) / det};
+        return {
+            d / det, -b / det, -c / det, a / det, (c * ty - d * tx) / det, (b * tx - a * ty) / det};
     }
 };
 
@@ -74,14 +74,30 @@ inline Size applyTransform(Size s, const AffineTransform& t) {
 }
 Rect applyTransform(const Rect& r, const AffineTransform& t);  // bounding box of the image
 
-inline double rectGetMinX(const Rect& r) { return std::fmin(r.origin.x, r.origin.x + r.size.width); }
-inline double rectGetMaxX(const Rect& r) { return std::fmax(r.origin.x, r.origin.x + r.size.width); }
-inline double rectGetMinY(const Rect& r) { return std::fmin(r.origin.y, r.origin.y + r.size.height); }
-inline double rectGetMaxY(const Rect& r) { return std::fmax(r.origin.y, r.origin.y + r.size.height); }
-inline double rectGetMidX(const Rect& r) { return r.origin.x + r.size.width / 2; }
-inline double rectGetMidY(const Rect& r) { return r.origin.y + r.size.height / 2; }
-inline double rectGetWidth(const Rect& r) { return std::fabs(r.size.width); }
-inline double rectGetHeight(const Rect& r) { return std::fabs(r.size.height); }
+inline double rectGetMinX(const Rect& r) {
+    return std::fmin(r.origin.x, r.origin.x + r.size.width);
+}
+inline double rectGetMaxX(const Rect& r) {
+    return std::fmax(r.origin.x, r.origin.x + r.size.width);
+}
+inline double rectGetMinY(const Rect& r) {
+    return std::fmin(r.origin.y, r.origin.y + r.size.height);
+}
+inline double rectGetMaxY(const Rect& r) {
+    return std::fmax(r.origin.y, r.origin.y + r.size.height);
+}
+inline double rectGetMidX(const Rect& r) {
+    return r.origin.x + r.size.width / 2;
+}
+inline double rectGetMidY(const Rect& r) {
+    return r.origin.y + r.size.height / 2;
+}
+inline double rectGetWidth(const Rect& r) {
+    return std::fabs(r.size.width);
+}
+inline double rectGetHeight(const Rect& r) {
+    return std::fabs(r.size.height);
+}
 
 // A rectangle with non-negative width and height.
 Rect rectStandardize(const Rect& r);

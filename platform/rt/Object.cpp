@@ -43,7 +43,9 @@ bool Class::conformsTo(const Protocol* protocol) const {
     return false;
 }
 
-std::shared_ptr<Object> Class::instantiate() const { return factory_ ? factory_() : nullptr; }
+std::shared_ptr<Object> Class::instantiate() const {
+    return factory_ ? factory_() : nullptr;
+}
 
 const Class* Class::named(std::string_view name) {
     std::lock_guard lock(registryMutex());
@@ -65,7 +67,9 @@ const Class* Object::staticClass() {
     return cls;
 }
 
-const Class* Object::getClass() const { return staticClass(); }
+const Class* Object::getClass() const {
+    return staticClass();
+}
 
 std::string Object::description() const {
     char address[32];
@@ -73,7 +77,9 @@ std::string Object::description() const {
     return "<" + className() + ": " + address + ">";
 }
 
-void Object::orvThrowWithReason(const std::string& reason) const { throw Exception(reason); }
+void Object::orvThrowWithReason(const std::string& reason) const {
+    throw Exception(reason);
+}
 
 void detail::destroy(Object* object) {
     auto finish = [object] {

@@ -29,16 +29,16 @@ class Class;
 // A named interface. Protocol classes (abstract C++ classes) declare theirs with
 // ORV_DECLARE_PROTOCOL(Name); classes list the protocols they conform to in ORV_DEFINE_CLASS.
 class Protocol {
-public:
+  public:
     explicit Protocol(std::string name) : name_(std::move(name)) {}
     const std::string& name() const { return name_; }
 
-private:
+  private:
     std::string name_;
 };
 
 class Class {
-public:
+  public:
     using Factory = std::shared_ptr<Object> (*)();
 
     Class(std::string name, const Class* base, Factory factory,
@@ -57,7 +57,7 @@ public:
     // Every registered class by name; null when no class of that name was registered.
     static const Class* named(std::string_view name);
 
-private:
+  private:
     std::string name_;
     const Class* base_;
     Factory factory_;
@@ -65,7 +65,7 @@ private:
 };
 
 class Object : public std::enable_shared_from_this<Object> {
-public:
+  public:
     Object() = default;
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
@@ -159,36 +159,38 @@ std::shared_ptr<T> cast(const std::shared_ptr<Object>& object) {
 }  // namespace orv::rt
 
 // In the class body (public section).
-#define ORV_DECLARE_CLASS(T)                              \
-public:                                                   \
-    static const ::orv::rt::Class* staticClass();         \
-    const ::orv::rt::Class* getClass() const override;    \
-                                                          \
-private:
+#define ORV_DECLARE_CLASS(T)                           \
+  public:                                              \
+    static const ::orv::rt::Class* staticClass();      \
+    const ::orv::rt::Class* getClass() const override; \
+                                                       \
+  private:
 
 // In the body of a protocol (an abstract interface class).
-#define ORV_DECLARE_PROTOCOL(P)                                 \
-public:                                                         \
-    static const ::orv::rt::Protocol* protocol() {              \
-        static const ::orv::rt::Protocol instance(#P);          \
-        return &instance;                                       \
+#define ORV_DECLARE_PROTOCOL(P)                        \
+  public:                                              \
+    static const ::orv::rt::Protocol* protocol() {     \
+        static const ::orv::rt::Protocol instance(#P); \
+        return &instance;                              \
     }
 
 // In the class's source file: ORV_DEFINE_CLASS(T, Base) or ORV_DEFINE_CLASS(T, Base, ProtoA, ...).
-#define ORV_DEFINE_CLASS(T, Base, ...)                                                        \
-    const ::orv::rt::Class* T::staticClass() {                                               \
-        static const ::orv::rt::Class* cls = [] {                                            \
-            static_assert(std::is_base_of_v<Base, T>, #T " must derive from " #Base);        \
-            auto* c = new ::orv::rt::Class(#T, Base::staticClass(),                          \
-                                           ::orv::rt::factoryPointerFor<T>(),                \
-                                           ::orv::rt::detail::protocolsOf<T, ##__VA_ARGS__>()); \
-            ::orv::rt::detail::registerClass(c);                                             \
-            return c;                                                                        \
-        }();                                                                                 \
-        return cls;                                                                          \
-    }                                                                                        \
-    const ::orv::rt::Class* T::getClass() const { return staticClass(); }                    \
-    [[maybe_unused]] static const ::orv::rt::Class* const orvClassRegistration_##T =        \
+#define ORV_DEFINE_CLASS(T, Base, ...)                                                           \
+    const ::orv::rt::Class* T::staticClass() {                                                   \
+        static const ::orv::rt::Class* cls = [] {                                                \
+            static_assert(std::is_base_of_v<Base, T>, #T " must derive from " #Base);            \
+            auto* c =                                                                            \
+                new ::orv::rt::Class(#T, Base::staticClass(), ::orv::rt::factoryPointerFor<T>(), \
+                                     ::orv::rt::detail::protocolsOf<T, ##__VA_ARGS__>());        \
+            ::orv::rt::detail::registerClass(c);                                                 \
+            return c;                                                                            \
+        }();                                                                                     \
+        return cls;                                                                              \
+    }                                                                                            \
+    const ::orv::rt::Class* T::getClass() const {                                                \
+        return staticClass();                                                                    \
+    }                                                                                            \
+    [[maybe_unused]] static const ::orv::rt::Class* const orvClassRegistration_##T =             \
         T::staticClass();
 
 namespace orv::rt::detail {

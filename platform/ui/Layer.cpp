@@ -19,6 +19,18 @@ void Layer::dealloc() {
     rt::Object::dealloc();
 }
 
+gfx::Rect Layer::frame() const {
+    return view_ ? view_->frame() : frame_;
+}
+
+void Layer::setFrame(const gfx::Rect& frame) {
+    if (view_) {
+        view_->setFrame(frame);
+        return;
+    }
+    frame_ = frame;
+}
+
 gfx::Rect Layer::bounds() const {
     if (view_) return view_->bounds();
     return {0, 0, frame_.size.width, frame_.size.height};

@@ -33,8 +33,8 @@ class Layer : public rt::Object {
     View* delegateView() const { return view_; }
 
     // Geometry of a free-standing layer (a view's layer follows its view's frame instead).
-    gfx::Rect frame() const { return frame_; }
-    void setFrame(const gfx::Rect& frame) { frame_ = frame; }
+    gfx::Rect frame() const;
+    void setFrame(const gfx::Rect& frame);
     // Bounds from the origin with the frame's size, or the view's bounds; position is the
     // centre of the frame (the anchor point is always the middle), or the view's centre.
     gfx::Rect bounds() const;

@@ -14,7 +14,7 @@
 namespace orv::test {
 
 class ScreenFixture : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         ui::Application::resetShared();
         ui::Screen::main().setBounds({0, 0, 375, 667});

@@ -15,7 +15,9 @@ std::string& dir() {
 }
 }  // namespace
 
-const std::string& TestEnvironment::tempDir() { return dir(); }
+const std::string& TestEnvironment::tempDir() {
+    return dir();
+}
 
 void TestEnvironment::SetUp() {
     char pattern[] = "/tmp/orv-tests-XXXXXX";

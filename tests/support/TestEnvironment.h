@@ -8,7 +8,7 @@ namespace orv::test {
 // Binds the main run loop to the test thread, on a manual clock, and points the user defaults
 // at a private temporary folder so that tests never touch the user's own files.
 class TestEnvironment : public ::testing::Environment {
-public:
+  public:
     void SetUp() override;
     void TearDown() override;
 

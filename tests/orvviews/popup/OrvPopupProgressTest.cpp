@@ -16,7 +16,7 @@
 namespace {
 
 class OrvPopupProgressTest : public orv::test::ScreenFixture {
-protected:
+  protected:
     void SetUp() override {
         ScreenFixture::SetUp();
         showRoot(orv::rt::make<OrvViewController>());
@@ -86,10 +86,9 @@ TEST_F(OrvPopupProgressTest, NotificationsComeInOrderWithTheText) {
     std::vector<std::string> seen;
     auto& center = orv::rt::NotificationCenter::defaultCenter();
     int token;
-    for (const char* name : {OrvKitProgressHUDWillAppearNotification,
-                             OrvKitProgressHUDDidAppearNotification,
-                             OrvKitProgressHUDWillDisappearNotification,
-                             OrvKitProgressHUDDidDisappearNotification}) {
+    for (const char* name :
+         {OrvKitProgressHUDWillAppearNotification, OrvKitProgressHUDDidAppearNotification,
+          OrvKitProgressHUDWillDisappearNotification, OrvKitProgressHUDDidDisappearNotification}) {
         center.addObserver(&token, name, [&seen](const orv::rt::Notification& n) {
             seen.push_back(n.name + ":" + n.stringForKey(OrvKitProgressHUDStatusUserInfoKey));
         });

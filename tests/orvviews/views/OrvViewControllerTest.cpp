@@ -26,13 +26,13 @@ struct DestroyLog {
 };
 
 class TrackedView : public ui::View {
-public:
+  public:
     std::shared_ptr<DestroyLog> log;
     void viewWillDestory() override { ++log->viewWillDestroy; }
 };
 
 class TrackedController : public OrvComponentsViewController {
-public:
+  public:
     std::shared_ptr<DestroyLog> log = std::make_shared<DestroyLog>();
     int built = 0;
     void loadView() override {
@@ -145,7 +145,7 @@ TEST_F(OrvViewControllerTest, LeavingWithATransitionAnimatesTheWindow) {
 }
 
 class RecordingDelegate : public orv::rt::Object, public OrvComponentErrorDelegate {
-public:
+  public:
     std::atomic<int> calls{0};
     std::atomic<bool> onMain{false};
     std::shared_ptr<orv::rt::Error> error;

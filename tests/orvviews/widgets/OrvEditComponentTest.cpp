@@ -12,7 +12,7 @@
 namespace {
 
 class CountingController : public OrvViewController {
-public:
+  public:
     int dismissals = 0;
     void dismissModalViewControllerAnimated(bool animated) override { ++dismissals; }
 };
@@ -60,7 +60,9 @@ TEST(OrvEditComponent, NilControllerOnlyCallsBackAndNilBlockOnlyDismisses) {
 TEST(OrvEditComponent, ErrorRoadReordersItsArguments) {
     Call seen;
     auto component = OrvEditComponent::initWithSourceController<OrvEditComponent>(
-        nullptr, [&](auto result, auto error, auto controller) { seen = {result, error, controller}; });
+        nullptr, [&](auto result, auto error, auto controller) {
+            seen = {result, error, controller};
+        });
     auto controller = orv::rt::make<CountingController>();
     auto result = orv::rt::make<OrvResult>();
     auto error = orv::rt::Error::errorWithDomain("test", 7);

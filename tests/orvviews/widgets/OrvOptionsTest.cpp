@@ -18,7 +18,7 @@ ORV_DEFINE_CLASS(SampleSubController, SampleController)
 
 class SampleOptions : public OrvImageResultOptions {
     ORV_DECLARE_CLASS(SampleOptions)
-public:
+  public:
     const orv::rt::Class* defaultComponentClazz() const override {
         return SampleController::staticClass();
     }

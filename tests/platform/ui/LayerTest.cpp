@@ -110,6 +110,9 @@ TEST_F(LayerAnimationTest, AViewsLayerFollowsTheView) {
     EXPECT_EQ(viewLayer.bounds(), gfx::Rect(0, 0, 40, 20));
     viewLayer.setPosition({100, 100});
     EXPECT_EQ(view->frame(), gfx::Rect(80, 90, 40, 20));
+    viewLayer.setFrame({0, 0, 10, 10});
+    EXPECT_EQ(view->frame(), gfx::Rect(0, 0, 10, 10));
+    EXPECT_EQ(viewLayer.frame(), view->frame());
     view->setClipsToBounds(true);
     EXPECT_TRUE(viewLayer.masksToBounds());
     view->setAlpha(0.25);
