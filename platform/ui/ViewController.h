@@ -107,10 +107,13 @@ class ViewController : public Responder {
     void removeFromParentViewController();
 
     // Presentation. Only one controller is presented at a time from the same screen (the
-    // outermost container of this controller): a second request is ignored.
+    // outermost container of this controller): a second request is ignored. The presented view
+    // covers the presenter's window, or the key window; without either the presentation still
+    // takes place, unseen. The presenter holds what it presents until the dismissal ends.
     virtual void presentViewController(const Ptr& controller, bool animated, Completion completion);
-    // Dismisses what this controller (or its screen) presents; when it presents nothing,
-    // dismisses the screen this controller is part of. With nothing to dismiss, only the
+    // Dismisses what this controller (or its screen) presents, and all presented above it;
+    // when it presents nothing, dismisses the screen this controller is part of. The presenter
+    // hears it reappear only when its view is in a window. With nothing to dismiss, only the
     // completion runs.
     virtual void dismissViewControllerAnimated(bool animated, Completion completion);
     virtual void dismissModalViewControllerAnimated(bool animated);
