@@ -19,12 +19,12 @@ test: build
 asan:
 	cmake --preset asan
 	cmake --build --preset asan -j $(JOBS)
-	ctest --preset asan -j $(JOBS)
+	LSAN_OPTIONS="suppressions=$(CURDIR)/tests/sanitizers/lsan.supp print_suppressions=0" ctest --preset asan -j $(JOBS)
 
 tsan:
 	cmake --preset tsan
 	cmake --build --preset tsan -j $(JOBS)
-	TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1" ctest --preset tsan -j $(JOBS)
+	TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 suppressions=$(CURDIR)/tests/sanitizers/tsan.supp" ctest --preset tsan -j $(JOBS)
 
 release:
 	cmake --preset release
