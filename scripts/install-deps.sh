@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs every Debian package that the build, the tests and the demo need.
+# Installs every Debian package that the build, the tests and the demo need
+# (with --bench, also what the benchmarks and fuzzers compare with and build with).
 # Safe to run again: apt-get skips what is already there. Run as root (or with sudo).
 set -euo pipefail
 
@@ -10,10 +11,18 @@ packages=(
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   # pixels, paths and text
   libpixman-1-dev libcairo2-dev libpango1.0-dev libfontconfig-dev libpng-dev
+  # codecs, metadata and downloads
+  libturbojpeg0-dev libexif-dev libwebp-dev libcurl4-openssl-dev
   fonts-noto-cjk fonts-dejavu-core
   # data
   nlohmann-json3-dev
 )
+
+# The comparison tools of bench/ and the fuzzing compiler of fuzz/ are only needed by those
+# who run them: `scripts/install-deps.sh --bench` adds them.
+if [ "${1:-}" = "--bench" ]; then
+  packages+=(libvips-tools libjpeg-turbo-progs clang libclang-rt-14-dev)
+fi
 
 missing=()
 for p in "${packages[@]}"; do

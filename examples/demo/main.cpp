@@ -1,20 +1,29 @@
-// The demo application: runs the hub demo flow as a user would, on a stepped clock, and writes
-// a picture of each screen state.
+// The demo application: takes the bundled photos down the library's whole road as a user would,
+// on a stepped clock, and writes a picture of each screen state. The photo tool runs three
+// times: with a picture in memory (saved to a temporary JPEG), with a file (saved to the album)
+// and with an album photo that lies "in the cloud" (downloaded over HTTP from a server the demo
+// runs on the loopback, then saved to a temporary JPEG).
 //
 //     orv-demo [--out <folder>]
 
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
-#include "examples/orvdemo/HubDemoComponent.h"
-#include "examples/orvdemo/HubDemoOptions.h"
+#include "examples/orvdemo/LoopbackHttpServer.h"
+#include "examples/orvdemo/PhotoDemoComponent.h"
+#include "examples/orvdemo/PhotoDemoOptions.h"
+#include "frameworks/core/OrvImageExtension.h"
 #include "frameworks/core/OrvKit.h"
 #include "frameworks/core/OrvResult.h"
+#include "frameworks/core/OrvTSAssetsManager.h"
 #include "orvviews/popup/OrvPopupProgress.h"
 #include "orvviews/views/OrvViewController.h"
+#include "platform/rt/Bundle.h"
 #include "platform/rt/Error.h"
 #include "platform/rt/RunLoop.h"
 #include "platform/ui/Button.h"
@@ -24,9 +33,11 @@
 #include "platform/ui/Screen.h"
 #include "platform/ui/Window.h"
 
+namespace fs = std::filesystem;
+
 namespace {
 
-// The application's own first screen, from which the flow starts.
+// The application's own first screen, from which the flows start.
 class HomeController : public OrvViewController {
   public:
     void viewDidLoad() override {
@@ -41,9 +52,144 @@ class HomeController : public OrvViewController {
     }
 };
 
+// Where the photo tool's input comes from and where its result goes.
+struct Run {
+    std::string name;
+    std::function<void(orvdemo::PhotoDemoComponent&)> giveInput;
+    bool saveToTemp = false;
+    bool saveToAlbum = false;
+};
+
 class Session {
   public:
-    explicit Session(std::filesystem::path out) : out_(std::move(out)) {}
+    explicit Session(fs::path out) : out_(std::move(out)) {}
+
+    int run() {
+        fs::create_directories(out_);
+        loop().setClock(std::make_shared<rt::ManualClock>());
+        ui::Screen::main().setBounds({0, 0, 375, 667});
+        ui::Screen::main().setScale(2);
+        OrvTSAssetsManager::setAlbumRoot((out_ / "album").string());
+
+        window_ = ui::makeView<ui::Window>(ui::Screen::main().bounds());
+        home_ = orv::rt::make<HomeController>();
+        window_->setRootViewController(home_);
+        window_->makeKeyAndVisible();
+        loop().runFor(0.1);
+        std::printf("OrvViews demo: screens written to %s\n", out_.c_str());
+        shoot("home");
+
+        if (!server_.start()) return fail("the loopback server did not start");
+        const auto photos = orv::rt::Bundle::main().resourcePath() + "/photos/";
+        auto cup = imageWithContentsOfFile(photos + "coffee.png");
+        if (!cup) return fail("the bundled photos are missing");
+        server_.addFile("/cloud/coffee.jpg", orvJpegDataWithCompress(cup, 0.9), "image/jpeg",
+                        {.chunkSize = 8 * 1024, .delay = std::chrono::milliseconds(25)});
+
+        const Run runs[] = {
+            {"memory",
+             [&](auto& c) { c.setInputImage(imageWithContentsOfFile(photos + "astronaut.png")); },
+             true, false},
+            {"file", [&](auto& c) { c.setInputTempFilePath(photos + "rocket.jpg"); }, false, true},
+            {"cloud",
+             [&](auto& c) {
+                 c.setInputAsset(OrvTSAssetsManager::addCloudAsset(server_.url("/cloud/coffee.jpg"),
+                                                                   std::string("Cloud")));
+             },
+             true, false},
+        };
+        for (const Run& run : runs) {
+            if (int failed = runPhotoTool(run)) return failed;
+        }
+        server_.stop();
+        return failed_ ? 1 : 0;
+    }
+
+  private:
+    int runPhotoTool(const Run& run) {
+        std::printf("photo tool, input %s:\n", run.name.c_str());
+        std::shared_ptr<OrvResult> delivered;
+        std::shared_ptr<rt::Error> failure;
+        bool called = false;
+        auto options = OrvOptions::build<orvdemo::PhotoDemoOptions>();
+        options->setSaveToTemp(run.saveToTemp);
+        options->setSaveToAlbum(run.saveToAlbum);
+        auto component = OrvEditComponent::initWithSourceController<orvdemo::PhotoDemoComponent>(
+            home_.get(),
+            [&](const std::shared_ptr<OrvResult>& result, const std::shared_ptr<rt::Error>& error,
+                const std::shared_ptr<ui::ViewController>&) {
+                called = true;
+                delivered = result;
+                failure = error;
+            });
+        component->setOptions(options);
+        component->setAutoDismissWhenCompelted(true);
+        run.giveInput(*component);
+        component->showComponent();
+        loop().runFor(0.5);
+
+        auto screen = component->controller();
+        if (!screen) return fail("the photo tool did not appear");
+        if (run.name == "cloud") shootDownload();
+        if (!loop().runUntil([&] { return screen->shownImage() != nullptr; })) {
+            return fail("the input never reached the screen");
+        }
+        loop().runFor(0.5);
+        shoot(run.name + "-tool");
+        if (run.name == "memory") tourHub(*screen);
+
+        tap(*screen->doneButton());
+        if (!loop().runUntil([&] { return called; })) return fail("the result never came back");
+        loop().runFor(2.5);
+        shoot(run.name + "-back-home");
+        return report(run, delivered, failure);
+    }
+
+    // The loading hub with its progress ring, half-way through the download.
+    void shootDownload() {
+        loop().runUntil([] { return OrvPopupProgress::sharedView()->progress() >= 0.4f; });
+        loop().runFor(0.2);
+        shoot("cloud-downloading");
+    }
+
+    // The hub's states, shown over the tool before the user finishes.
+    void tourHub(orvdemo::PhotoDemoController& screen) {
+        screen.showHubWithStatus("正在处理...");
+        loop().runFor(0.3);
+        shoot("hub-status");
+        screen.showHubSuccessWithStatus("处理完成");
+        loop().runFor(0.3);
+        shoot("hub-success");
+        screen.showHubErrorWithStatus("保存到相册失败");
+        loop().runFor(0.3);
+        shoot("hub-error");
+        loop().runFor(5.0);
+    }
+
+    int report(const Run& run, const std::shared_ptr<OrvResult>& result,
+               const std::shared_ptr<rt::Error>& error) {
+        if (error) return fail(("the save failed: " + error->description()).c_str());
+        if (!result) return fail("no result");
+        if (run.saveToTemp) {
+            if (!result->imagePath()) return fail("the result has no temporary file");
+            const fs::path copy = out_ / ("result-" + run.name + ".jpg");
+            fs::copy_file(*result->imagePath(), copy, fs::copy_options::overwrite_existing);
+            std::printf("  saved to the temporary file %s (copied to %s)\n",
+                        result->imagePath()->c_str(), copy.c_str());
+        }
+        if (run.saveToAlbum) {
+            if (!result->imageAsset()) return fail("the result has no album photo");
+            std::printf("  saved to the album as %s\n",
+                        result->imageAsset()->localIdentifier().c_str());
+        }
+        return 0;
+    }
+
+    void tap(ui::View& view) {
+        auto injector = ui::EventInjector::injectorForWindow(window_);
+        const gfx::Rect frame = view.convertRectToView(view.bounds(), nullptr);
+        injector->tap({gfx::rectGetMidX(frame), gfx::rectGetMidY(frame)});
+    }
 
     void shoot(const std::string& name) {
         loop().runPending();
@@ -56,85 +202,16 @@ class Session {
         }
     }
 
-    int run() {
-        std::filesystem::create_directories(out_);
-        loop().setClock(std::make_shared<rt::ManualClock>());
-        ui::Screen::main().setBounds({0, 0, 375, 667});
-        ui::Screen::main().setScale(2);
-
-        window_ = ui::makeView<ui::Window>(ui::Screen::main().bounds());
-        auto home = orv::rt::make<HomeController>();
-        window_->setRootViewController(home);
-        window_->makeKeyAndVisible();
-        loop().runFor(0.1);
-        std::printf("OrvViews demo: screens written to %s\n", out_.c_str());
-        shoot("home");
-
-        // The application makes an option set and a component, and shows it.
-        bool called = false;
-        auto options = OrvOptions::build<orvdemo::HubDemoOptions>();
-        auto component = OrvEditComponent::initWithSourceController<orvdemo::HubDemoComponent>(
-            home.get(), [&called](const std::shared_ptr<OrvResult>& result,
-                                  const std::shared_ptr<rt::Error>& error,
-                                  const std::shared_ptr<ui::ViewController>& controller) {
-                called = true;
-                std::printf("callback: result %s, error %s, controller %s\n",
-                            result ? "yes" : "none", error ? error->description().c_str() : "none",
-                            controller ? controller->description().c_str() : "none");
-            });
-        component->setOptions(options);
-        component->setAutoDismissWhenCompelted(true);
-        component->showComponent();
-        loop().runFor(0.5);
-        shoot("flow-screen");
-
-        auto screen = component->controller();
-        if (!screen) return fail("the flow's screen did not appear");
-
-        screen->showHubWithStatus("正在处理...");
-        loop().runFor(0.3);
-        shoot("hub-status");
-
-        for (float progress : {0.0f, 0.25f, 0.5f, 0.75f, 1.0f}) {
-            screen->showHubProgress(progress, "Downloading 下载中");
-            loop().runFor(0.2);
-            if (progress == 0.5f || progress == 1.0f) {
-                shoot("hub-progress-" + std::to_string(static_cast<int>(progress * 100)));
-            }
-        }
-
-        screen->showHubSuccessWithStatus("处理完成");
-        loop().runFor(0.3);
-        shoot("hub-success");
-        loop().runFor(OrvPopupProgress::displayDurationForString("处理完成") + 0.3);
-        shoot("hub-success-faded");
-
-        screen->showHubErrorWithStatus("保存到相册失败");
-        loop().runFor(0.3);
-        shoot("hub-error");
-        loop().runFor(5.0);
-
-        // The user taps "Done": the component dismisses the screen and calls back.
-        auto injector = ui::EventInjector::injectorForWindow(window_);
-        const gfx::Rect button =
-            screen->doneButton()->convertRectToView(screen->doneButton()->bounds(), nullptr);
-        injector->tap({gfx::rectGetMidX(button), gfx::rectGetMidY(button)});
-        loop().runFor(0.5);
-        shoot("back-home");
-
-        if (!called) return fail("the tap on Done did not reach the callback");
-        return failed_ ? 1 : 0;
-    }
-
-  private:
     static rt::RunLoop& loop() { return rt::RunLoop::main(); }
     int fail(const char* why) {
         std::fprintf(stderr, "demo failed: %s\n", why);
         return 1;
     }
 
-    std::filesystem::path out_;
+    fs::path out_;
     std::shared_ptr<ui::Window> window_;
+    std::shared_ptr<HomeController> home_;
+    orvdemo::LoopbackHttpServer server_;
     int shots_ = 0;
     bool failed_ = false;
 };
@@ -142,9 +219,9 @@ class Session {
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::filesystem::path out = "out";
+    fs::path out = "out";
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--out") == 0 && i + 1 < argc) out = argv[++i];
     }
-    return Session(std::filesystem::absolute(out)).run();
+    return Session(fs::absolute(out)).run();
 }

@@ -1,10 +1,33 @@
 #pragma once
+// A photo of the album. Its full image may be on the device or only "in the cloud", in which
+// case it has to be downloaded first.
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "frameworks/core/OrvKit.h"
+#include "platform/gfx/Image.h"
+#include "platform/rt/Error.h"
 #include "platform/rt/Object.h"
 
-// A photo of the album. What it can do (its pixels, a download from the cloud) grows with the
-// album itself; the component frame only carries it from the application to a screen.
 class OrvTSAssetInterface {
     ORV_DECLARE_PROTOCOL(OrvTSAssetInterface)
   public:
+    // (image, progress from 0 to 1, error); called many times on any thread, the image only
+    // with the last call.
+    using FullResolutionHandler =
+        std::function<void(gfx::ImagePtr, double, std::shared_ptr<rt::Error>)>;
+
     virtual ~OrvTSAssetInterface() = default;
+
+    // The full image, synchronously; null while only a cloud copy exists.
+    virtual gfx::ImagePtr fullResolutionImage() = 0;
+    // Starts a download of the full image (or answers at once when it is already here).
+    virtual void asyncFullResolutionImage(FullResolutionHandler handler) = 0;
+    // Stops a running download; its handler hears nothing more.
+    virtual void cancelLoadFullResolutionImage() = 0;
+
+    // A name that stays the same for the asset's life (its path in the album).
+    virtual std::string localIdentifier() const = 0;
 };

@@ -24,6 +24,8 @@ void TestEnvironment::SetUp() {
     dir() = ::mkdtemp(pattern);
     ::setenv("ORV_DEFAULTS_PATH", (dir() + "/defaults.json").c_str(), 1);
     ::setenv("ORV_LOCALE", "zh_CN", 1);
+    ::setenv("ORV_TEMP_DIR", (dir() + "/temp").c_str(), 1);
+    ::setenv("ORV_ALBUM_PATH", (dir() + "/album").c_str(), 1);
     rt::RunLoop::main().setClock(std::make_shared<rt::ManualClock>());
 }
 

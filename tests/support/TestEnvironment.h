@@ -5,8 +5,9 @@
 
 namespace orv::test {
 
-// Binds the main run loop to the test thread, on a manual clock, and points the user defaults
-// at a private temporary folder so that tests never touch the user's own files.
+// Binds the main run loop to the test thread, on a manual clock, and points the user defaults,
+// the library's temporary files and the album at a private temporary folder, so that tests
+// never touch the user's own files.
 class TestEnvironment : public ::testing::Environment {
   public:
     void SetUp() override;

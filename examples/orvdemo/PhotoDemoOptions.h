@@ -3,9 +3,9 @@
 
 namespace orvdemo {
 
-// The option set of the hub demo: it makes a HubDemoController.
-class HubDemoOptions : public OrvImageResultOptions {
-    ORV_DECLARE_CLASS(HubDemoOptions)
+// The option set of the photo demo: it makes a PhotoDemoController.
+class PhotoDemoOptions : public OrvImageResultOptions {
+    ORV_DECLARE_CLASS(PhotoDemoOptions)
   public:
     const orv::rt::Class* defaultComponentClazz() const override;
 };

@@ -1,0 +1,194 @@
+#include "frameworks/core/OrvImageExtension.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <regex>
+
+#include "platform/codec/ImageReader.h"
+#include "platform/codec/JpegCodec.h"
+#include "platform/codec/PngCodec.h"
+#include "platform/gfx/BitmapOps.h"
+#include "platform/ui/Screen.h"
+
+namespace {
+
+using gfx::BitmapOps;
+using gfx::ImageOrientation;
+using gfx::ImagePtr;
+
+// Null and the zero-size placeholder have no pixels to work on; every operation hands them
+// back as they are.
+bool hasPixels(const ImagePtr& image) {
+    if (!image || !image->bitmap()) return false;
+    return image->bitmap()->width() > 0 && image->bitmap()->height() > 0;
+}
+
+// "photo@2x.png" is drawn at scale 2, "photo@1.5x.jpg" at 1.5; any other name at 1.
+double scaleFromFileName(const std::string& path) {
+    static const std::regex suffix("@([0-9]+\\.?[0-9]*)x$");
+    const std::string stem = std::filesystem::path(path).stem().string();
+    std::smatch match;
+    if (!std::regex_search(stem, match, suffix)) return 1;
+    const double scale = std::strtod(match[1].str().c_str(), nullptr);
+    return scale > 0 ? scale : 1;
+}
+
+ImagePtr imageFromFile(const std::string& path, int maxLongSide) {
+    auto decoded = codec::ImageReader::readFile(path, maxLongSide);
+    if (!decoded || !decoded->bitmap) return nullptr;
+    return gfx::Image::withBitmap(decoded->bitmap, scaleFromFileName(path), decoded->orientation);
+}
+
+// The stored pixels turned by the image's tag, so that they show the picture upright.
+gfx::BitmapPtr uprightBitmap(const gfx::Image& image) {
+    if (image.orientation() == ImageOrientation::Up) return image.bitmap();
+    return BitmapOps::oriented(*image.bitmap(), image.orientation());
+}
+
+struct PixelSize {
+    int width;
+    int height;
+};
+
+// The pixel size as shown: the stored size with width and height exchanged for quarter turns.
+PixelSize uprightPixelSize(const gfx::Image& image) {
+    const int w = image.bitmap()->width(), h = image.bitmap()->height();
+    return gfx::isQuarterTurn(image.orientation()) ? PixelSize{h, w} : PixelSize{w, h};
+}
+
+// The stored bitmap scaled by `factor` (below 1), the tag and the scale kept.
+ImagePtr reducedBy(const ImagePtr& image, double factor) {
+    if (factor >= 1) return image;
+    const gfx::Bitmap& bitmap = *image->bitmap();
+    const int w = std::max(1, static_cast<int>(std::lround(bitmap.width() * factor)));
+    const int h = std::max(1, static_cast<int>(std::lround(bitmap.height() * factor)));
+    return gfx::Image::withBitmap(BitmapOps::resized(bitmap, w, h), image->scale(),
+                                  image->orientation());
+}
+
+// The upright picture cut to a rectangle of pixels; null when nothing of it is inside.
+ImagePtr uprightCrop(const ImagePtr& image, int x, int y, int width, int height) {
+    const ImagePtr upright = orvImageRotatedToUp(image);
+    const gfx::Bitmap& bitmap = *upright->bitmap();
+    if (x == 0 && y == 0 && width == bitmap.width() && height == bitmap.height()) return upright;
+    auto cropped = BitmapOps::cropped(bitmap, x, y, width, height);
+    return cropped ? gfx::Image::withBitmap(std::move(cropped), image->scale()) : nullptr;
+}
+
+}  // namespace
+
+gfx::ImagePtr imageWithContentsOfFile(const std::string& path) {
+    return imageFromFile(path, 0);
+}
+
+gfx::ImagePtr orvFullScreenImageWithContentsOfFile(const std::string& path) {
+    return imageFromFile(path, orvFullScreenPixelLimit());
+}
+
+gfx::ImagePtr imageWithData(const std::vector<uint8_t>& data) {
+    auto decoded = codec::ImageReader::decode(data.data(), data.size());
+    if (!decoded || !decoded->bitmap) return nullptr;
+    return gfx::Image::withBitmap(decoded->bitmap, 1, decoded->orientation);
+}
+
+int orvFullScreenPixelLimit() {
+    const ui::Screen& screen = ui::Screen::main();
+    const gfx::Size size = screen.bounds().size;
+    return static_cast<int>(std::lround(std::max(size.width, size.height) * screen.scale()));
+}
+
+gfx::ImagePtr orvFullScreenImageKeepOrientation(const gfx::ImagePtr& image) {
+    return orvImageLimit(image, orvFullScreenPixelLimit());
+}
+
+gfx::ImagePtr orvChangeOrientation(const gfx::ImagePtr& image, gfx::ImageOrientation orientation) {
+    if (!hasPixels(image) || image->orientation() == orientation) return image;
+    return gfx::Image::withBitmap(image->bitmap(), image->scale(), orientation);
+}
+
+gfx::ImagePtr orvImageRotatedToUp(const gfx::ImagePtr& image) {
+    if (!hasPixels(image) || image->orientation() == ImageOrientation::Up) return image;
+    return gfx::Image::withBitmap(uprightBitmap(*image), image->scale());
+}
+
+gfx::ImagePtr orvImageCorpWithPrecentRect(const gfx::ImagePtr& image, const gfx::Rect& rect) {
+    if (!hasPixels(image)) return image;
+    const PixelSize size = uprightPixelSize(*image);
+    const auto px = [](double fraction, double length) {
+        return static_cast<int>(std::lround(std::clamp(fraction, 0.0, 1.0) * length));
+    };
+    const int x0 = px(gfx::rectGetMinX(rect), size.width);
+    const int y0 = px(gfx::rectGetMinY(rect), size.height);
+    const int x1 = px(gfx::rectGetMaxX(rect), size.width);
+    const int y1 = px(gfx::rectGetMaxY(rect), size.height);
+    return uprightCrop(image, x0, y0, x1 - x0, y1 - y0);
+}
+
+gfx::ImagePtr orvImageCorpWithRatio(const gfx::ImagePtr& image, double ratio) {
+    if (!hasPixels(image) || ratio <= 0) return orvImageRotatedToUp(image);
+    const PixelSize size = uprightPixelSize(*image);
+    const double width = std::min<double>(size.width, size.height * ratio);
+    const double height = std::min<double>(size.height, size.width / ratio);
+    const int w = std::clamp(static_cast<int>(std::lround(width)), 1, size.width);
+    const int h = std::clamp(static_cast<int>(std::lround(height)), 1, size.height);
+    return uprightCrop(image, (size.width - w) / 2, (size.height - h) / 2, w, h);
+}
+
+gfx::ImagePtr orvImageLimit(const gfx::ImagePtr& image, double limit) {
+    if (!hasPixels(image) || limit < 1) return image;
+    const PixelSize size = uprightPixelSize(*image);
+    // Whole pixels: a limit of 1333.5 allows 1333, not a rounded-up 1334.
+    return reducedBy(image, std::floor(limit) / std::max(size.width, size.height));
+}
+
+gfx::ImagePtr orvImageResize(const gfx::ImagePtr& image, const gfx::Size& size, bool baseLongSide,
+                             double ratio) {
+    const ImagePtr cut = ratio > 0 ? orvImageCorpWithRatio(image, ratio) : image;
+    if (!hasPixels(cut) || size.width <= 0 || size.height <= 0) return cut;
+    const PixelSize own = uprightPixelSize(*cut);
+    const double fitWidth = size.width / own.width, fitHeight = size.height / own.height;
+    // Inside the box, the long side decides; covering it, the short side does.
+    return reducedBy(cut,
+                     baseLongSide ? std::min(fitWidth, fitHeight) : std::max(fitWidth, fitHeight));
+}
+
+gfx::ImagePtr orvScaleImage(const gfx::ImagePtr& image, const gfx::Size& pixelSize) {
+    if (!hasPixels(image)) return image;
+    const int w = static_cast<int>(std::lround(pixelSize.width));
+    const int h = static_cast<int>(std::lround(pixelSize.height));
+    if (w < 1 || h < 1) return nullptr;
+    // Resized as stored, then turned: the turn works on the smaller picture.
+    const bool turn = gfx::isQuarterTurn(image->orientation());
+    const int storedWidth = turn ? h : w, storedHeight = turn ? w : h;
+    const gfx::BitmapPtr& bitmap = image->bitmap();
+    const bool same = bitmap->width() == storedWidth && bitmap->height() == storedHeight;
+    auto stored = same ? bitmap : BitmapOps::resized(*bitmap, storedWidth, storedHeight);
+    return orvImageRotatedToUp(gfx::Image::withBitmap(stored, 1, image->orientation()));
+}
+
+codec::ImageMetadata orvMetadataMatchingImage(const gfx::ImagePtr& image,
+                                              const codec::ImageMetadata& meta) {
+    // An upright picture with nothing to carry goes out without an invented EXIF block.
+    if (!hasPixels(image) || (meta.empty() && image->orientation() == ImageOrientation::Up)) {
+        return meta;
+    }
+    codec::ImageMetadata matching = meta;
+    matching.setExifOrientation(codec::ImageMetadata::exifFromOrientation(image->orientation()));
+    matching.setPixelSize(image->bitmap()->width(), image->bitmap()->height());
+    return matching;
+}
+
+std::vector<uint8_t> orvJpegDataWithCompress(const gfx::ImagePtr& image, double compress,
+                                             const codec::ImageMetadata& meta) {
+    if (!hasPixels(image)) return {};
+    const codec::ImageMetadata written = orvMetadataMatchingImage(image, meta);
+    return codec::JpegCodec::encode(*image->bitmap(), compress,
+                                    written.empty() ? nullptr : &written);
+}
+
+std::vector<uint8_t> orvPngData(const gfx::ImagePtr& image) {
+    if (!hasPixels(image)) return {};
+    return codec::PngCodec::encode(*uprightBitmap(*image));
+}

@@ -1,0 +1,59 @@
+#pragma once
+// The image toolkit the library's screens use: reading a picture from a file, reducing it for
+// the screen, changing its orientation tag, cropping, limiting and resizing, and its JPEG and
+// PNG representations. Every operation returns a new image and leaves its argument alone; a
+// null image gives null.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "frameworks/core/OrvKit.h"
+#include "platform/codec/ImageMetadata.h"
+#include "platform/gfx/Geometry.h"
+#include "platform/gfx/Image.h"
+
+// The picture in the file, at full size, with its EXIF orientation as its tag and the scale of
+// an "@2x"-style name. Null for a missing, empty, truncated or unreadable file.
+gfx::ImagePtr imageWithContentsOfFile(const std::string& path);
+// The same, reduced while it is decoded to what orvFullScreenImageKeepOrientation keeps.
+gfx::ImagePtr orvFullScreenImageWithContentsOfFile(const std::string& path);
+// The picture in memory (JPEG, PNG or WebP bytes).
+gfx::ImagePtr imageWithData(const std::vector<uint8_t>& data);
+
+// The long side in pixels that is enough for the main screen: its larger side in pixels.
+int orvFullScreenPixelLimit();
+// Reduced so that its long side is at most orvFullScreenPixelLimit(); the orientation tag and
+// the scale are kept. A picture that is small enough comes back as it is.
+gfx::ImagePtr orvFullScreenImageKeepOrientation(const gfx::ImagePtr& image);
+
+// The same pixels with the given orientation tag (the tag is replaced, not combined).
+gfx::ImagePtr orvChangeOrientation(const gfx::ImagePtr& image, gfx::ImageOrientation orientation);
+// Pixels turned so that the tag becomes up; the picture looks the same.
+gfx::ImagePtr orvImageRotatedToUp(const gfx::ImagePtr& image);
+// The part of the upright picture given in fractions of its size (0 to 1), upright.
+gfx::ImagePtr orvImageCorpWithPrecentRect(const gfx::ImagePtr& image, const gfx::Rect& rect);
+// The largest centred part of the upright picture with this width-to-height ratio, upright.
+// A ratio of 0 or less gives the upright picture.
+gfx::ImagePtr orvImageCorpWithRatio(const gfx::ImagePtr& image, double ratio);
+// Reduced so that its long side in pixels is at most `limit`; the tag is kept.
+gfx::ImagePtr orvImageLimit(const gfx::ImagePtr& image, double limit);
+// Cropped to `ratio` first when it is above 0 (upright then), then reduced to fit `size` in
+// pixels: wholly inside it when baseLongSide is true, covering it (the short side fits) when
+// false. Never enlarged. The zero-size placeholder comes back as it is, never null.
+gfx::ImagePtr orvImageResize(const gfx::ImagePtr& image, const gfx::Size& size, bool baseLongSide,
+                             double ratio = 0);
+// An upright copy of exactly this pixel size, at scale 1.
+gfx::ImagePtr orvScaleImage(const gfx::ImagePtr& image, const gfx::Size& pixelSize);
+
+// The metadata changed to describe the image's stored pixels (their size) and its orientation
+// tag. A plain upright picture without metadata gets none.
+codec::ImageMetadata orvMetadataMatchingImage(const gfx::ImagePtr& image,
+                                              const codec::ImageMetadata& meta);
+// JPEG bytes of the pixels as stored, at a quality from 0 to 1 (clamped), with the metadata
+// embedded; the EXIF orientation written is the image's tag. Empty for a null or empty image.
+std::vector<uint8_t> orvJpegDataWithCompress(const gfx::ImagePtr& image, double compress,
+                                             const codec::ImageMetadata& meta = {});
+// PNG bytes of the upright picture. Empty for a null or empty image.
+std::vector<uint8_t> orvPngData(const gfx::ImagePtr& image);

@@ -1,0 +1,136 @@
+#include "frameworks/core/OrvImageExtension.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/codec/PngCodec.h"
+#include "platform/ui/Screen.h"
+#include "tests/support/TestEnvironment.h"
+
+namespace {
+
+using gfx::ImageOrientation;
+
+// Stored as    A B C D     each pixel's red byte is its letter, opaque.
+//              E F G H
+gfx::ImagePtr letters(ImageOrientation tag = ImageOrientation::Up, double scale = 1) {
+    auto bitmap = std::make_shared<gfx::Bitmap>(4, 2);
+    for (int i = 0; i < 8; ++i) {
+        bitmap->mutableData()[4 * i] = static_cast<uint8_t>('A' + i);
+        bitmap->mutableData()[4 * i + 3] = 255;
+    }
+    return gfx::Image::withBitmap(bitmap, scale, tag);
+}
+
+gfx::ImagePtr blank(int width, int height, ImageOrientation tag = ImageOrientation::Up) {
+    return gfx::Image::withBitmap(std::make_shared<gfx::Bitmap>(width, height), 2, tag);
+}
+
+// The stored picture row by row, rows separated by '/'.
+std::string spell(const gfx::ImagePtr& image) {
+    std::string s;
+    const gfx::Bitmap& b = *image->bitmap();
+    for (int y = 0; y < b.height(); ++y) {
+        if (y) s += '/';
+        for (int x = 0; x < b.width(); ++x) s += static_cast<char>(b.pixel(x, y)[0]);
+    }
+    return s;
+}
+
+std::pair<int, int> pixelSize(const gfx::ImagePtr& image) {
+    return {image->bitmap()->width(), image->bitmap()->height()};
+}
+
+TEST(OrvImageExtensionTest, TagsAndCropsWorkOnTheUprightPicture) {
+    const auto tagged =
+        orvChangeOrientation(letters(ImageOrientation::Left, 2), ImageOrientation::Right);
+    EXPECT_EQ(tagged->orientation(), ImageOrientation::Right);
+    EXPECT_EQ(spell(tagged), "ABCD/EFGH");  // the tag is replaced, the pixels stay
+    const auto up = orvImageRotatedToUp(tagged);
+    EXPECT_EQ(spell(up), "EA/FB/GC/HD");  // turned clockwise
+    EXPECT_EQ(up->orientation(), ImageOrientation::Up);
+    EXPECT_EQ(orvImageRotatedToUp(up), up);
+
+    const auto half = orvImageCorpWithPrecentRect(tagged, gfx::Rect(0.5, 0.25, 0.5, 0.5));
+    EXPECT_EQ(spell(half), "B/C");
+    EXPECT_EQ(half->orientation(), ImageOrientation::Up);
+    EXPECT_EQ(half->scale(), 2);
+    EXPECT_EQ(orvImageCorpWithPrecentRect(tagged, gfx::Rect(1, 0, 0.5, 1)), nullptr);
+
+    EXPECT_EQ(spell(orvImageCorpWithRatio(tagged, 1)), "FB/GC");  // centred square of 2 × 4
+    EXPECT_EQ(spell(orvImageCorpWithRatio(tagged, 2)), "FB");
+    EXPECT_EQ(spell(orvImageCorpWithRatio(letters(), 1)), "BC/FG");
+}
+
+TEST(OrvImageExtensionTest, LimitAndResizeOnlyReduce) {
+    const auto photo = blank(400, 300, ImageOrientation::Right);  // 300 × 400 upright
+    const auto limited = orvImageLimit(photo, 200);
+    EXPECT_EQ(pixelSize(limited), std::make_pair(200, 150));
+    EXPECT_EQ(limited->orientation(), ImageOrientation::Right);
+    EXPECT_EQ(limited->scale(), 2);
+    EXPECT_EQ(orvImageLimit(photo, 400), photo);
+
+    // The box is in upright pixels: 300 × 400 inside 150 × 100 is 75 × 100 upright.
+    EXPECT_EQ(pixelSize(orvImageResize(photo, {150, 100}, true)), std::make_pair(100, 75));
+    EXPECT_EQ(pixelSize(orvImageResize(photo, {150, 100}, false)), std::make_pair(200, 150));
+    EXPECT_EQ(orvImageResize(photo, {1000, 1000}, true), photo);
+
+    const auto square = orvImageResize(photo, {100, 100}, true, 1);
+    EXPECT_EQ(pixelSize(square), std::make_pair(100, 100));
+    EXPECT_EQ(square->orientation(), ImageOrientation::Up);
+
+    const auto placeholder = gfx::Image::empty();
+    EXPECT_EQ(orvImageResize(placeholder, {100, 100}, true, 1), placeholder);
+    EXPECT_EQ(orvImageLimit(placeholder, 10), placeholder);
+    EXPECT_EQ(orvImageCorpWithRatio(placeholder, 1), placeholder);
+    EXPECT_TRUE(orvJpegDataWithCompress(placeholder, 0.8).empty());
+}
+
+TEST(OrvImageExtensionTest, ScaledCopiesAndScreenLimit) {
+    const auto scaled = orvScaleImage(blank(40, 30, ImageOrientation::Left), {61, 9});
+    EXPECT_EQ(pixelSize(scaled), std::make_pair(61, 9));
+    EXPECT_EQ(scaled->orientation(), ImageOrientation::Up);
+    EXPECT_EQ(scaled->scale(), 1);
+
+    ui::Screen::resetMain();
+    ui::Screen::main().setBounds({0, 0, 50, 100});
+    ui::Screen::main().setScale(3);
+    EXPECT_EQ(orvFullScreenPixelLimit(), 300);
+    const auto reduced = orvFullScreenImageKeepOrientation(blank(600, 200, ImageOrientation::Down));
+    EXPECT_EQ(pixelSize(reduced), std::make_pair(300, 100));
+    EXPECT_EQ(reduced->orientation(), ImageOrientation::Down);
+    const std::string path = orv::test::TestEnvironment::tempDir() + "/wide.png";
+    ASSERT_TRUE(codec::PngCodec::writeFile(*blank(900, 30)->bitmap(), path));
+    EXPECT_EQ(pixelSize(orvFullScreenImageWithContentsOfFile(path)), std::make_pair(300, 10));
+    ui::Screen::resetMain();
+}
+
+TEST(OrvImageExtensionTest, FileNamesGiveTheScale) {
+    const std::string dir = orv::test::TestEnvironment::tempDir();
+    for (const auto& [name, scale] : {std::pair{"icon@2x.png", 2.0},
+                                      {"icon@x.png", 1.0},
+                                      {"icon@1.5x.png", 1.5},
+                                      {"icon.png", 1.0}}) {
+        const std::string path = dir + "/" + name;
+        ASSERT_TRUE(codec::PngCodec::writeFile(*letters()->bitmap(), path));
+        const auto image = imageWithContentsOfFile(path);
+        ASSERT_NE(image, nullptr) << name;
+        EXPECT_EQ(image->scale(), scale) << name;
+    }
+    EXPECT_EQ(imageWithContentsOfFile(dir + "/missing.png"), nullptr);
+}
+
+TEST(OrvImageExtensionTest, JpegCarriesTheTagAsExifOrientation) {
+    const auto tagged = blank(64, 32, ImageOrientation::Right);
+    const auto back = imageWithData(orvJpegDataWithCompress(tagged, 0.9));
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ(back->orientation(), ImageOrientation::Right);
+    EXPECT_EQ(pixelSize(back), std::make_pair(64, 32));
+
+    // A plain upright picture gets no EXIF block of its own invention.
+    const auto bytes = orvJpegDataWithCompress(blank(8, 8), 2);
+    EXPECT_TRUE(codec::ImageMetadata::fromJpeg(bytes.data(), bytes.size()).exif().empty());
+}
+
+}  // namespace
