@@ -4,7 +4,9 @@
 
 #include <vector>
 
+#include "examples/orvdemo/LoopbackHttpServer.h"
 #include "frameworks/core/OrvImageExtension.h"
+#include "frameworks/core/OrvTSAssetsManager.h"
 #include "frameworks/core/OrvTSFileManager.h"
 #include "orvviews/popup/OrvPopupProgress.h"
 #include "platform/codec/JpegCodec.h"
@@ -166,6 +168,29 @@ TEST_F(OrvImageResultControllerTest, ACloudPlaceholderDownloadsWithProgressThenD
     EXPECT_FALSE(controller->isDownloading());
     // The field keeps the placeholder; only the subclass saw the download.
     EXPECT_EQ(controller->inputImage()->size().width, 0);
+}
+
+TEST_F(OrvImageResultControllerTest, ACloudPhotoOfTheAlbumComesOverHttp) {
+    orvdemo::LoopbackHttpServer server;
+    ASSERT_TRUE(server.start());
+    server.addFile("/photo.jpg", orvJpegDataWithCompress(makeImage(900, 600), 0.9), "image/jpeg",
+                   {.chunkSize = 4096, .delay = std::chrono::milliseconds(2)});
+    auto asset = OrvTSAssetsManager::addCloudAsset(server.url("/photo.jpg"), std::nullopt);
+    ASSERT_TRUE(asset && asset->isInCloud());
+
+    std::vector<float> progress;
+    controller->setInputAsset(asset);
+    showRoot(controller);
+    RunLoop::main().runUntil([&] {
+        if (progress.empty() || progress.back() != hubProgress()) progress.push_back(hubProgress());
+        return !controller->loaded.empty();
+    });
+    ASSERT_EQ(controller->loaded.size(), 1u);
+    EXPECT_EQ(controller->loaded[0]->bitmap()->width(), 900);
+    EXPECT_TRUE(controller->fromServer());
+    EXPECT_GT(progress.size(), 2u);
+    EXPECT_FALSE(asset->isInCloud());
+    EXPECT_EQ(server.requestCount("/photo.jpg"), 1);
 }
 
 TEST_F(OrvImageResultControllerTest, ALocalAssetNeedsNoDownload) {
