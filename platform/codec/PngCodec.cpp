@@ -10,11 +10,13 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/gfx/BitmapOps.h"
 #include "platform/rt/Log.h"
 
 namespace orv::codec {
 
 using gfx::Bitmap;
+using gfx::BitmapOps;
 using gfx::BitmapPtr;
 using gfx::PixelFormat;
 
@@ -38,17 +40,6 @@ void onError(png_structp png, png_const_charp message) {
 
 void onWarning(png_structp, png_const_charp message) {
     rt::Log::debugf("png: %s", message);
-}
-
-uint8_t premultiply(uint8_t c, uint8_t a) {
-    const unsigned v = c * a + 128;
-    return static_cast<uint8_t>((v + (v >> 8)) >> 8);
-}
-
-uint8_t unpremultiply(uint8_t c, uint8_t a) {
-    if (a == 0) return 0;
-    const unsigned v = (c * 255u + a / 2) / a;
-    return static_cast<uint8_t>(v > 255 ? 255 : v);
 }
 
 // ---- decoding
@@ -134,15 +125,17 @@ bool isOpaque(const Bitmap& rgba) {
 // Straight-alpha R, G, B, A rows, or R, G, B rows for an opaque picture (a third smaller).
 std::vector<uint8_t> straightRows(const Bitmap& rgba, bool opaque) {
     const int channels = opaque ? 3 : 4;
-    std::vector<uint8_t> out(size_t(rgba.width()) * rgba.height() * channels);
-    uint8_t* dst = out.data();
+    const size_t rowBytes = size_t(rgba.width()) * channels;
+    std::vector<uint8_t> out(rowBytes * rgba.height());
     for (int y = 0; y < rgba.height(); ++y) {
         const uint8_t* src = rgba.row(y);
-        for (int x = 0; x < rgba.width(); ++x, src += 4, dst += channels) {
-            const uint8_t a = src[3];
-            for (int c = 0; c < 3; ++c) dst[c] = opaque ? src[c] : unpremultiply(src[c], a);
-            if (!opaque) dst[3] = a;
+        uint8_t* dst = out.data() + rowBytes * y;
+        if (!opaque) {
+            std::memcpy(dst, src, rowBytes);
+            BitmapOps::unpremultiplyRow(dst, rgba.width());
+            continue;
         }
+        for (int x = 0; x < rgba.width(); ++x, src += 4, dst += 3) std::memcpy(dst, src, 3);
     }
     return out;
 }
@@ -240,10 +233,8 @@ BitmapPtr PngCodec::decode(const uint8_t* data, size_t size) {
         rt::Log::warnf("png: cannot decode (%zu bytes): %s", size, errors.message);
         return nullptr;
     }
-    for (size_t i = 0; i < decoded.pixels.size(); i += 4) {
-        uint8_t* p = &decoded.pixels[i];
-        if (p[3] == 255) continue;
-        for (int c = 0; c < 3; ++c) p[c] = premultiply(p[c], p[3]);
+    for (png_uint_32 y = 0; y < decoded.height; ++y) {
+        BitmapOps::premultiplyRow(decoded.rows[y], static_cast<int>(decoded.width));
     }
     return std::make_shared<Bitmap>(
         static_cast<int>(decoded.width), static_cast<int>(decoded.height),

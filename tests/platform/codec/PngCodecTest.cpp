@@ -28,6 +28,8 @@ struct RawPng {
     std::vector<std::vector<uint8_t>> rows = {};
     std::vector<png_color> palette = {};
     std::vector<uint8_t> paletteAlpha = {};
+    bool hasTransColor = false;  // tRNS for grey or RGB: the one sample value that is clear
+    png_color_16 transColor = {};
 };
 
 void appendBytes(png_structp png, png_bytep data, png_size_t n) {
@@ -51,6 +53,7 @@ std::vector<uint8_t> write(RawPng raw) {
     if (!raw.paletteAlpha.empty()) {
         png_set_tRNS(png, info, raw.paletteAlpha.data(), int(raw.paletteAlpha.size()), nullptr);
     }
+    if (raw.hasTransColor) png_set_tRNS(png, info, nullptr, 0, &raw.transColor);
     png_write_info(png, info);
     std::vector<png_bytep> rows;
     for (auto& r : raw.rows) rows.push_back(r.data());
@@ -166,6 +169,84 @@ TEST(PngCodecTest, DecodesInterlaced) {
     ASSERT_TRUE(b);
     for (int y = 0; y < 9; ++y) {
         for (int x = 0; x < 9; ++x) EXPECT_EQ(at(b, x, y), (Rgba{x * 20, y * 20, 7, 255}));
+    }
+}
+
+// Every colour type at every bit depth it allows, each as a row of known pixels.
+TEST(PngCodecTest, DecodesEveryColourTypeAndDepth) {
+    const std::vector<png_color> palette = {{255, 0, 0}, {0, 128, 0}, {10, 20, 30}};
+    RawPng gray8Clear{2, 1, PNG_COLOR_TYPE_GRAY, 8, false, {{7, 250}}};
+    gray8Clear.hasTransColor = true;
+    gray8Clear.transColor.gray = 7;
+    RawPng rgbClear{2, 1, PNG_COLOR_TYPE_RGB, 8, false, {{1, 2, 3, 4, 5, 6}}};
+    rgbClear.hasTransColor = true;
+    rgbClear.transColor = {0, 4, 5, 6, 0};
+    const struct {
+        const char* name;
+        RawPng raw;
+        std::vector<Rgba> pixels;
+    } cases[] = {
+        {"gray 2",
+         {4, 1, PNG_COLOR_TYPE_GRAY, 2, false, {{0b00011011}}},
+         {{0, 0, 0, 255}, {85, 85, 85, 255}, {170, 170, 170, 255}, {255, 255, 255, 255}}},
+        {"gray 4",
+         {2, 1, PNG_COLOR_TYPE_GRAY, 4, false, {{0x3C}}},
+         {{51, 51, 51, 255}, {204, 204, 204, 255}}},
+        {"gray 8",
+         {2, 1, PNG_COLOR_TYPE_GRAY, 8, false, {{7, 250}}},
+         {{7, 7, 7, 255}, {250, 250, 250, 255}}},
+        {"gray 16",
+         {2, 1, PNG_COLOR_TYPE_GRAY, 16, false, {{0xFF, 0xFF, 0x80, 0x80}}},
+         {{255, 255, 255, 255}, {128, 128, 128, 255}}},
+        {"gray 8 tRNS", gray8Clear, {{0, 0, 0, 0}, {250, 250, 250, 255}}},
+        {"gray+alpha 16",
+         {1, 1, PNG_COLOR_TYPE_GRAY_ALPHA, 16, false, {{0xFF, 0xFF, 0x80, 0x80}}},
+         {{128, 128, 128, 128}}},
+        {"palette 2",
+         {4, 1, PNG_COLOR_TYPE_PALETTE, 2, false, {{0b00011001}}, palette},
+         {{255, 0, 0, 255}, {0, 128, 0, 255}, {10, 20, 30, 255}, {0, 128, 0, 255}}},
+        {"palette 4",
+         {2, 1, PNG_COLOR_TYPE_PALETTE, 4, false, {{0x21}}, palette},
+         {{10, 20, 30, 255}, {0, 128, 0, 255}}},
+        {"rgb 8", {1, 1, PNG_COLOR_TYPE_RGB, 8, false, {{10, 20, 30}}}, {{10, 20, 30, 255}}},
+        {"rgb 8 tRNS", rgbClear, {{1, 2, 3, 255}, {0, 0, 0, 0}}},
+        {"rgba 8",
+         {1, 1, PNG_COLOR_TYPE_RGBA, 8, false, {{200, 100, 50, 128}}},
+         {{100, 50, 25, 128}}},
+        {"rgba 16",
+         {1, 1, PNG_COLOR_TYPE_RGBA, 16, false, {{0xFF, 0xFF, 0, 0, 0x80, 0x80, 0x80, 0x80}}},
+         {{128, 0, 64, 128}}},
+    };
+    for (const auto& c : cases) {
+        for (bool interlaced : {false, true}) {
+            RawPng raw = c.raw;
+            raw.interlaced = interlaced;
+            const BitmapPtr b = decode(write(raw));
+            ASSERT_TRUE(b) << c.name;
+            ASSERT_EQ(b->width(), int(c.pixels.size())) << c.name;
+            for (int x = 0; x < b->width(); ++x) {
+                EXPECT_EQ(at(b, x, 0), c.pixels[x])
+                    << c.name << (interlaced ? " adam7" : "") << " x=" << x;
+            }
+        }
+    }
+}
+
+// Interlacing with sub-byte samples: each Adam7 pass packs its own bits.
+TEST(PngCodecTest, DecodesInterlacedLowBitPalette) {
+    RawPng raw{9, 9, PNG_COLOR_TYPE_PALETTE, 4, true};
+    for (int i = 0; i < 16; ++i) raw.palette.push_back({uint8_t(i * 16), uint8_t(255 - i), 3});
+    for (int y = 0; y < 9; ++y) {
+        raw.rows.emplace_back(5, 0);
+        for (int x = 0; x < 9; ++x) raw.rows[y][x / 2] |= ((x + y) % 16) << (x % 2 ? 0 : 4);
+    }
+    const BitmapPtr b = decode(write(raw));
+    ASSERT_TRUE(b);
+    for (int y = 0; y < 9; ++y) {
+        for (int x = 0; x < 9; ++x) {
+            const int i = (x + y) % 16;
+            EXPECT_EQ(at(b, x, y), (Rgba{i * 16, 255 - i, 3, 255})) << x << "," << y;
+        }
     }
 }
 
