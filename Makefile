@@ -2,7 +2,7 @@
 JOBS ?= $(shell nproc)
 OUT ?= $(CURDIR)/out
 
-.PHONY: all build demo test asan tsan release format clean
+.PHONY: all build demo test asan tsan release bench fuzz format clean
 
 all: build
 
@@ -29,6 +29,28 @@ tsan:
 release:
 	cmake --preset release
 	cmake --build --preset release -j $(JOBS)
+
+# Benchmarks in the release build. bench/compare_jpeg.sh times the same jobs against other tools.
+bench: release
+	./build/release/bench/orv_bench_codec
+	./build/release/bench/orv_bench_resample
+	./build/release/bench/orv_bench_temp_save
+
+# The decoders under libFuzzer (clang, AddressSanitizer, UBSan): builds build/fuzz, then runs
+# each target for FUZZ_SECONDS over its seeds. New inputs go to build/fuzz/corpus, crashes to
+# build/fuzz/artifacts; fuzz/corpus stays as committed.
+FUZZ_SECONDS ?= 60
+FUZZERS = jpeg png webp
+
+fuzz:
+	CC=clang CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DORV_FUZZ=ON
+	cmake --build build/fuzz -j $(JOBS)
+	@for f in $(FUZZERS); do \
+	  mkdir -p build/fuzz/corpus/$$f build/fuzz/artifacts/$$f; \
+	  echo "== $${f}_fuzzer, $(FUZZ_SECONDS) s"; \
+	  ./build/fuzz/fuzz/$${f}_fuzzer -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=3072 -print_final_stats=1 \
+	    -artifact_prefix=build/fuzz/artifacts/$$f/ build/fuzz/corpus/$$f fuzz/corpus/$$f || exit 1; \
+	done
 
 format:
 	git ls-files '*.h' '*.cpp' | xargs clang-format -i

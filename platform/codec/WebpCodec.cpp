@@ -73,15 +73,19 @@ BitmapPtr WebpCodec::decode(const uint8_t* data, size_t size) {
         rt::Log::warnf("webp: animated WebP is not supported");
         return nullptr;
     }
-    auto bitmap = std::make_shared<Bitmap>(width, height);
+    // libwebp allocates the output only once the stream's own headers hold up, so a few bytes
+    // claiming a huge picture cost nothing; the one copy out of its buffer is cheap beside
+    // decoding.
     config.output.colorspace = MODE_rgbA;  // premultiplied, as our bitmaps are
-    config.output.is_external_memory = 1;
-    config.output.u.RGBA.rgba = bitmap->mutableData();
-    config.output.u.RGBA.stride = static_cast<int>(bitmap->rowBytes());
-    config.output.u.RGBA.size = bitmap->byteCount();
     status = WebPDecode(data, size, &config);
-    WebPFreeDecBuffer(&config.output);  // nothing to free with external memory; kept for symmetry
-    if (status != VP8_STATUS_OK) {
+    const WebPRGBABuffer& rgba = config.output.u.RGBA;
+    BitmapPtr bitmap;
+    if (status == VP8_STATUS_OK && rgba.rgba && rgba.stride == 4 * width) {
+        bitmap = std::make_shared<Bitmap>(width, height, PixelFormat::RGBA8888Premultiplied, 0,
+                                          std::vector<uint8_t>(rgba.rgba, rgba.rgba + rgba.size));
+    }
+    WebPFreeDecBuffer(&config.output);
+    if (!bitmap) {
         rt::Log::warnf("webp: cannot decode (%zu bytes, status %d)", size, int(status));
         return nullptr;
     }

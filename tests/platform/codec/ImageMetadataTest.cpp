@@ -8,6 +8,7 @@
 
 #include "platform/codec/ImageReader.h"
 #include "platform/codec/JpegCodec.h"
+#include "platform/codec/JpegSegments.h"
 #include "tests/platform/codec/CodecTestPictures.h"
 
 namespace orv::codec {
@@ -113,7 +114,10 @@ TEST(ImageMetadataTest, ReadsSegmentsAndSurvivesBrokenOnes) {
     std::vector<uint8_t> cut(jpeg.begin(), jpeg.begin() + app1 + 10);
     EXPECT_TRUE(ImageMetadata::fromJpeg(cut.data(), cut.size()).empty());
     std::vector<uint8_t> partial = {0xFF, 0xD8};
-    const auto chunk = segment(0xE2, bytes("ICC_PROFILE\0\x02\x02" "abc", 17));
+    std::vector<uint8_t> secondOfTwo(std::begin(JpegSegments::kIccHeader),
+                                     std::end(JpegSegments::kIccHeader));
+    secondOfTwo.insert(secondOfTwo.end(), {2, 2, 'a', 'b', 'c'});
+    const auto chunk = segment(0xE2, secondOfTwo);
     partial.insert(partial.end(), chunk.begin(), chunk.end());
     EXPECT_TRUE(ImageMetadata::fromJpeg(partial.data(), partial.size()).iccProfile().empty());
     EXPECT_TRUE(ImageMetadata::fromJpeg(nullptr, 0).empty());
