@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/rt/Bundle.h"
+#include "frameworks/core/OrvLocalized.h"
 #include "platform/ui/Layer.h"
 #include "platform/ui/Screen.h"
 
@@ -67,8 +67,7 @@ std::shared_ptr<ui::Label> OrvTSAlertController::makeLabel(const std::string& te
 void OrvTSAlertController::makeOkButton(const gfx::Rect& frame) {
     okButton_ = ui::Button::buttonWithType(static_cast<int>(ui::ButtonType::Custom));
     okButton_->setFrame(frame);
-    okButton_->setTitle(rt::Bundle::main().localizedStringForKey("orv_alert_ok", "好的", "OrvKit"),
-                        ui::ControlStateNormal);
+    okButton_->setTitle(orvLocalized("orv_alert_ok", "好的"), ui::ControlStateNormal);
     okButton_->setTitleColor(gfx::Color::rgb(0.0, 0.48, 1.0), ui::ControlStateNormal);
     std::weak_ptr<OrvTSAlertController> weak = self<OrvTSAlertController>();
     okButton_->addTarget(

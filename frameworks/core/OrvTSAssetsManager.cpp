@@ -11,10 +11,10 @@
 #include <nlohmann/json.hpp>
 
 #include "frameworks/core/OrvImageExtension.h"
+#include "frameworks/core/OrvLocalized.h"
 #include "frameworks/core/OrvTSAlertController.h"
 #include "frameworks/core/OrvTSFileManager.h"
 #include "frameworks/core/OrvTSLog.h"
-#include "platform/rt/Bundle.h"
 #include "platform/rt/DispatchQueue.h"
 
 namespace fs = std::filesystem;
@@ -122,8 +122,7 @@ void OrvTSAssetsManager::showAlertWithController(
 }
 
 std::string OrvTSAssetsManager::accessFailedInfo() {
-    return rt::Bundle::main().localizedStringForKey(
-        "orv_album_access_failed", "无法访问相册，请检查相册文件夹的权限", "OrvKit");
+    return orvLocalized("orv_album_access_failed", "无法访问相册，请检查相册文件夹的权限");
 }
 
 void OrvTSAssetsManager::saveWithImage(const gfx::ImagePtr& image, double compress,

@@ -1,19 +1,15 @@
 #include "orvviews/views/OrvViewController.h"
 
 #include "frameworks/core/OrvDevice.h"
+#include "frameworks/core/OrvLocalized.h"
 #include "frameworks/core/OrvTSLog.h"
 #include "orvviews/OrvViews.h"
-#include "platform/rt/Bundle.h"
 #include "platform/ui/BarButtonItem.h"
 #include "platform/ui/NavigationItem.h"
 
 ORV_DEFINE_CLASS(OrvViewController, ui::ViewController)
 
 namespace {
-
-std::string localized(const char* key, const char* value) {
-    return orv::rt::Bundle::main().localizedStringForKey(key, value, "OrvKit");
-}
 
 // Titles are counted in characters as the user sees them, not in bytes.
 size_t characterCount(const std::string& utf8) {
@@ -86,20 +82,20 @@ void OrvViewController::orvNavRightButtonWithTitle(const std::optional<std::stri
 }
 
 void OrvViewController::orvSetNavLeftCancelButton() {
-    orvNavLeftButtonWithTitle(localized("orv_nav_cancel", "取消"), [this] { cancelAction(); });
+    orvNavLeftButtonWithTitle(orvLocalized("orv_nav_cancel", "取消"), [this] { cancelAction(); });
 }
 
 void OrvViewController::orvSetNavRightCancelButton() {
-    orvNavRightButtonWithTitle(localized("orv_nav_cancel", "取消"), [this] { cancelAction(); });
+    orvNavRightButtonWithTitle(orvLocalized("orv_nav_cancel", "取消"), [this] { cancelAction(); });
 }
 
 void OrvViewController::orvSetNavLeftCancelButtonWithColor(const gfx::Color& color) {
-    orvNavLeftButtonWithTitle(localized("orv_nav_cancel", "取消"), color,
+    orvNavLeftButtonWithTitle(orvLocalized("orv_nav_cancel", "取消"), color,
                               [this] { cancelAction(); });
 }
 
 void OrvViewController::orvSetNavRightCancelButtonWithColor(const gfx::Color& color) {
-    orvNavRightButtonWithTitle(localized("orv_nav_cancel", "取消"), color,
+    orvNavRightButtonWithTitle(orvLocalized("orv_nav_cancel", "取消"), color,
                                [this] { cancelAction(); });
 }
 
@@ -110,7 +106,7 @@ void OrvViewController::cancelAction() {
 void OrvViewController::setBackButton() {
     const auto& own = title();
     const std::string text =
-        own && characterCount(*own) < 4 ? *own : localized("orv_nav_back", "返回");
+        own && characterCount(*own) < 4 ? *own : orvLocalized("orv_nav_back", "返回");
     auto item =
         ui::BarButtonItem::itemWithTitle(text, ui::BarButtonItemStylePlain, nullptr, nullptr);
     navigationItem()->setBackBarButtonItem(item);

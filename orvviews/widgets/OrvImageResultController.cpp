@@ -1,10 +1,10 @@
 #include "orvviews/widgets/OrvImageResultController.h"
 
 #include "frameworks/core/OrvImageExtension.h"
+#include "frameworks/core/OrvLocalized.h"
 #include "frameworks/core/OrvTSFileManager.h"
 #include "frameworks/core/OrvTSLog.h"
 #include "frameworks/core/OrvThread.h"
-#include "platform/rt/Bundle.h"
 #include "platform/rt/RunLoop.h"
 #include "platform/ui/ImageView.h"
 
@@ -15,12 +15,8 @@ namespace {
 constexpr double kPreviewFade = 0.3;
 constexpr uint8_t kPreviewGrey = 55;
 
-std::string localized(const char* key, const char* value) {
-    return orv::rt::Bundle::main().localizedStringForKey(key, value, "OrvKit");
-}
-
 std::string downloadingText() {
-    return localized("orv_downloading_image", "从iCloud下载图片...");
+    return orvLocalized("orv_downloading_image", "从iCloud下载图片...");
 }
 
 // An opaque one-pixel picture of the preview's grey, stretched over the button.
@@ -75,7 +71,7 @@ gfx::ImagePtr OrvImageResultController::loadOrginImage() {
 // ---- loading
 
 void OrvImageResultController::asyncLoadInputImageWithBlock(LoadBlock block) {
-    if (enableShowHub) showHubWithStatus(localized("orv_loading_image", "读取图片..."));
+    if (enableShowHub) showHubWithStatus(orvLocalized("orv_loading_image", "读取图片..."));
     auto me = self<OrvImageResultController>();
     OrvThread::initWithStart(
         [block = std::move(block)]() -> std::shared_ptr<rt::Object> { return block(); },

@@ -4,11 +4,11 @@
 #include <cstdio>
 
 #include "frameworks/core/OrvImageExtension.h"
+#include "frameworks/core/OrvLocalized.h"
 #include "frameworks/core/OrvStatistics.h"
 #include "frameworks/core/OrvTSAssetsManager.h"
 #include "frameworks/core/OrvTSFileManager.h"
 #include "frameworks/core/OrvTSLog.h"
-#include "platform/rt/Bundle.h"
 #include "platform/rt/RunLoop.h"
 
 ORV_DEFINE_CLASS(OrvResultViewController, OrvComponentsViewController)
@@ -17,10 +17,6 @@ namespace {
 
 constexpr long kResultPipelineIdt = 0x405000;
 constexpr long kTempWriteFailed = 1011;
-
-std::string localized(const char* key, const char* value) {
-    return orv::rt::Bundle::main().localizedStringForKey(key, value, "OrvKit");
-}
 
 }  // namespace
 
@@ -88,7 +84,7 @@ void OrvResultViewController::saveToTempWithResult(const ResultPtr& result) {
     bool written = false;
     {
         // The JPEG bytes live only in this scope; the full-size bitmap goes before the write.
-        if (enableShowHub) showHubWithStatus(localized("orv_save_saveToTemp", "正在处理..."));
+        if (enableShowHub) showHubWithStatus(orvLocalized("orv_save_saveToTemp", "正在处理..."));
         result->setImagePath(result->buildTempFile());
         result->fixedMetadata();
         auto data = orvJpegDataWithCompress(result->image(), outputCompress(), result->metadata());
@@ -98,12 +94,13 @@ void OrvResultViewController::saveToTempWithResult(const ResultPtr& result) {
     }
     if (written) {
         if (enableShowHub) {
-            showHubSuccessWithStatus(localized("orv_save_saveToTemp_completed", "处理完成"));
+            showHubSuccessWithStatus(orvLocalized("orv_save_saveToTemp_completed", "处理完成"));
         }
         backUIThreadNotifyProcessingWithResult(result);
         return;
     }
-    if (enableShowHub) showHubErrorWithStatus(localized("orv_save_saveToTemp_failed", "处理失败"));
+    if (enableShowHub)
+        showHubErrorWithStatus(orvLocalized("orv_save_saveToTemp_failed", "处理失败"));
     char domain[512];
     std::snprintf(domain, sizeof domain, "CPError %s (%d): Write to temp file failed.",
                   description().c_str(), static_cast<int>(kTempWriteFailed));
@@ -113,7 +110,7 @@ void OrvResultViewController::saveToTempWithResult(const ResultPtr& result) {
 void OrvResultViewController::saveToAlbumWithResult(const ResultPtr& result) {
     if (!result || !result->image()) {
         if (enableShowHub) {
-            showHubErrorWithStatus(localized("orv_save_saveToAlbum_failed", "保存到相册失败"));
+            showHubErrorWithStatus(orvLocalized("orv_save_saveToAlbum_failed", "保存到相册失败"));
         }
         return;
     }
@@ -123,7 +120,7 @@ void OrvResultViewController::saveToAlbumWithResult(const ResultPtr& result) {
     }
     {
         if (enableShowHub)
-            showHubWithStatus(localized("orv_save_saveToAlbum", "正在保存到相册..."));
+            showHubWithStatus(orvLocalized("orv_save_saveToAlbum", "正在保存到相册..."));
         result->fixedMetadata();
         auto me = self<OrvResultViewController>();
         OrvTSAssetsManager::saveWithImage(
@@ -142,7 +139,7 @@ void OrvResultViewController::onAlbumSaved(const ResultPtr& result,
                                            const std::shared_ptr<rt::Error>& error) {
     if (!error) {
         if (enableShowHub) {
-            showHubSuccessWithStatus(localized("orv_save_saveToAlbum_succeed", "保存成功"));
+            showHubSuccessWithStatus(orvLocalized("orv_save_saveToAlbum_succeed", "保存成功"));
         }
         result->setImageAsset(std::move(asset));
         backUIThreadNotifyProcessingWithResult(result);
@@ -151,7 +148,7 @@ void OrvResultViewController::onAlbumSaved(const ResultPtr& result,
     OrvTSLog::error("%s asyncSaveToAlbumWithResult error: %s", className().c_str(),
                     error->description().c_str());
     if (enableShowHub) {
-        showHubErrorWithStatus(localized("orv_save_saveToAlbum_failed", "保存到相册失败"));
+        showHubErrorWithStatus(orvLocalized("orv_save_saveToAlbum_failed", "保存到相册失败"));
     }
     notifyError(error, result);
 }
