@@ -103,7 +103,6 @@ void expectEnglishTable() {
     ASSERT_TRUE(path);
     std::ifstream in(*path);
     const auto table = nlohmann::json::parse(in);
-    EXPECT_EQ(table.size(), 29u);
     for (const auto& [key, text] : table.items()) {
         EXPECT_EQ(Bundle::main().localizedStringForKey(key, "默认", "OrvKit"), text) << key;
         EXPECT_FALSE(text.get<std::string>().empty()) << key;
