@@ -99,8 +99,9 @@ void OrvResultViewController::saveToTempWithResult(const ResultPtr& result) {
         backUIThreadNotifyProcessingWithResult(result);
         return;
     }
-    if (enableShowHub)
+    if (enableShowHub) {
         showHubErrorWithStatus(orvLocalized("orv_save_saveToTemp_failed", "处理失败"));
+    }
     char domain[512];
     std::snprintf(domain, sizeof domain, "CPError %s (%d): Write to temp file failed.",
                   description().c_str(), static_cast<int>(kTempWriteFailed));
