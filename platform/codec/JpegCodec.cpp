@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/codec/DecodeLimits.h"
 #include "platform/codec/JpegSegments.h"
 #include "platform/rt/Log.h"
 
@@ -18,10 +19,6 @@ using gfx::BitmapPtr;
 using gfx::PixelFormat;
 
 namespace {
-
-// Larger pictures are refused before anything is allocated for them.
-constexpr int kMaxSide = 1 << 15;
-constexpr uint64_t kMaxPixels = uint64_t{1} << 28;
 
 // A segment's 16-bit length counts its own two bytes; an ICC chunk also carries a 14-byte header.
 constexpr size_t kMaxSegmentPayload = 65533;
@@ -39,11 +36,6 @@ struct Header {
     int subsampling = 0;
     int colorspace = 0;
 };
-
-bool acceptableSize(int width, int height) {
-    return width > 0 && height > 0 && width <= kMaxSide && height <= kMaxSide &&
-           uint64_t(width) * uint64_t(height) <= kMaxPixels;
-}
 
 // The smallest reduction whose long side still reaches minLongSide; 1/1 when none does (or
 // when no reduction is asked for). Enlarging factors are never chosen.
@@ -203,7 +195,7 @@ BitmapPtr JpegCodec::decode(const uint8_t* data, size_t size, int minLongSide) {
                        tjGetErrorStr2(handle.get()));
         return nullptr;
     }
-    if (!acceptableSize(header.width, header.height)) {
+    if (!acceptablePictureSize(header.width, header.height)) {
         rt::Log::warnf("jpeg: refusing a picture of %dx%d pixels", header.width, header.height);
         return nullptr;
     }
@@ -232,7 +224,7 @@ BitmapPtr JpegCodec::decode(const uint8_t* data, size_t size, int minLongSide) {
 
 std::vector<uint8_t> JpegCodec::encode(const Bitmap& bitmap, double quality,
                                        const ImageMetadata* metadata) {
-    if (!acceptableSize(bitmap.width(), bitmap.height())) {
+    if (!acceptablePictureSize(bitmap.width(), bitmap.height())) {
         rt::Log::warnf("jpeg: cannot encode a %dx%d bitmap", bitmap.width(), bitmap.height());
         return {};
     }

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/codec/DecodeLimits.h"
 #include "platform/gfx/BitmapOps.h"
 #include "platform/rt/Log.h"
 
@@ -21,10 +22,6 @@ using gfx::BitmapPtr;
 using gfx::PixelFormat;
 
 namespace {
-
-// Larger pictures are refused rather than risking an allocation that cannot succeed.
-constexpr uint32_t kMaxSide = 1u << 15;
-constexpr uint64_t kMaxPixels = 1u << 28;
 
 // libpng reports fatal errors by longjmp; the message is kept here for the log line. Only plain
 // C data lives in the frames a longjmp crosses.
@@ -87,11 +84,11 @@ void requestRGBA8(png_structp png, png_infop info) {
 // a destructor is skipped on the way back.
 bool decodeInto(png_structp png, png_infop info, Decoded& out) {
     if (setjmp(png_jmpbuf(png))) return false;
-    png_set_user_limits(png, kMaxSide, kMaxSide);
+    png_set_user_limits(png, kMaxPictureSide, kMaxPictureSide);
     png_read_info(png, info);
     out.width = png_get_image_width(png, info);
     out.height = png_get_image_height(png, info);
-    if (uint64_t{out.width} * out.height > kMaxPixels) png_error(png, "picture too large");
+    if (!acceptablePictureSize(out.width, out.height)) png_error(png, "picture too large");
     requestRGBA8(png, info);
     const size_t rowBytes = png_get_rowbytes(png, info);
     if (rowBytes != 4 * size_t{out.width}) png_error(png, "unexpected row layout");

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "platform/codec/DecodeLimits.h"
 #include "platform/gfx/BitmapOps.h"
 #include "platform/rt/Log.h"
 
@@ -16,8 +17,6 @@ using gfx::BitmapPtr;
 using gfx::PixelFormat;
 
 namespace {
-
-constexpr uint64_t kMaxPixels = uint64_t{1} << 28;
 
 // Straight-alpha R, G, B, A rows, which is what libwebp wants to encode.
 std::vector<uint8_t> straightPixels(const Bitmap& bitmap) {
@@ -65,7 +64,7 @@ BitmapPtr WebpCodec::decode(const uint8_t* data, size_t size) {
     }
     const int width = config.input.width;
     const int height = config.input.height;
-    if (width <= 0 || height <= 0 || uint64_t(width) * uint64_t(height) > kMaxPixels) {
+    if (!acceptablePictureSize(width, height)) {
         rt::Log::warnf("webp: refusing a %dx%d picture", width, height);
         return nullptr;
     }
