@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/gfx/CairoPath.h"
 #include "platform/gfx/CairoPixels.h"
 #include "platform/gfx/CanvasImpl.h"
 
@@ -13,41 +14,6 @@ namespace {
 
 int pixelExtent(double points, double scale) {
     return std::max(0, static_cast<int>(std::lround(points * scale)));
-}
-
-cairo_matrix_t toCairo(const AffineTransform& t) {
-    cairo_matrix_t m;
-    cairo_matrix_init(&m, t.a, t.b, t.c, t.d, t.tx, t.ty);
-    return m;
-}
-
-void appendPath(cairo_t* cr, const Path& path) {
-    for (const Path::Element& e : path.elements()) {
-        const Point* p = e.points;
-        switch (e.type) {
-            case Path::ElementType::MoveTo:
-                cairo_move_to(cr, p[0].x, p[0].y);
-                break;
-            case Path::ElementType::LineTo:
-                cairo_line_to(cr, p[0].x, p[0].y);
-                break;
-            case Path::ElementType::QuadCurveTo: {
-                double x0, y0;
-                cairo_get_current_point(cr, &x0, &y0);
-                // The cubic with the same shape as the quadratic.
-                cairo_curve_to(cr, x0 + 2.0 / 3 * (p[0].x - x0), y0 + 2.0 / 3 * (p[0].y - y0),
-                               p[1].x + 2.0 / 3 * (p[0].x - p[1].x),
-                               p[1].y + 2.0 / 3 * (p[0].y - p[1].y), p[1].x, p[1].y);
-                break;
-            }
-            case Path::ElementType::CurveTo:
-                cairo_curve_to(cr, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y);
-                break;
-            case Path::ElementType::Close:
-                cairo_close_path(cr);
-                break;
-        }
-    }
 }
 
 struct Polyline {
@@ -137,30 +103,6 @@ void trimCurrentPath(cairo_t* cr, double from, double to) {
             walked += len;
         }
     }
-}
-
-cairo_line_cap_t toCairo(LineCap cap) {
-    switch (cap) {
-        case LineCap::Butt:
-            return CAIRO_LINE_CAP_BUTT;
-        case LineCap::Round:
-            return CAIRO_LINE_CAP_ROUND;
-        case LineCap::Square:
-            return CAIRO_LINE_CAP_SQUARE;
-    }
-    return CAIRO_LINE_CAP_BUTT;
-}
-
-cairo_line_join_t toCairo(LineJoin join) {
-    switch (join) {
-        case LineJoin::Miter:
-            return CAIRO_LINE_JOIN_MITER;
-        case LineJoin::Round:
-            return CAIRO_LINE_JOIN_ROUND;
-        case LineJoin::Bevel:
-            return CAIRO_LINE_JOIN_BEVEL;
-    }
-    return CAIRO_LINE_JOIN_MITER;
 }
 
 // Maps pixel coordinates of a bitmap to the coordinates of the upright picture (in pixels).
@@ -253,7 +195,7 @@ void Canvas::endTransparencyLayer(double alpha) {
 }
 
 void Canvas::concat(const AffineTransform& t) {
-    const cairo_matrix_t m = toCairo(t);
+    const cairo_matrix_t m = cairo_path::matrix(t);
     cairo_matrix_t combined;
     cairo_get_matrix(impl_->cr, &combined);
     cairo_matrix_multiply(&combined, &m, &combined);
@@ -278,7 +220,7 @@ void Canvas::clipToRect(const Rect& r) {
 }
 
 void Canvas::clipToRoundedRect(const Rect& r, double cornerRadius) {
-    appendPath(impl_->cr, Path::roundedRect(r, cornerRadius));
+    cairo_path::append(impl_->cr, Path::roundedRect(r, cornerRadius));
     cairo_clip(impl_->cr);
 }
 
@@ -301,7 +243,7 @@ void Canvas::fillRect(const Rect& r, const Color& color) {
 }
 
 void Canvas::fillPath(const Path& path, const Color& color) {
-    appendPath(impl_->cr, path);
+    cairo_path::append(impl_->cr, path);
     impl_->setSourceColor(color);
     cairo_fill(impl_->cr);
 }
@@ -310,11 +252,11 @@ void Canvas::strokePath(const Path& path, const Color& color, const StrokeStyle&
     const double from = clamp01(style.strokeStart), to = clamp01(style.strokeEnd);
     if (to <= from || style.width <= 0) return;
     cairo_t* cr = impl_->cr;
-    appendPath(cr, path);
+    cairo_path::append(cr, path);
     if (from > 0 || to < 1) trimCurrentPath(cr, from, to);
     cairo_set_line_width(cr, style.width);
-    cairo_set_line_cap(cr, toCairo(style.cap));
-    cairo_set_line_join(cr, toCairo(style.join));
+    cairo_set_line_cap(cr, cairo_path::lineCap(style.cap));
+    cairo_set_line_join(cr, cairo_path::lineJoin(style.join));
     impl_->setSourceColor(color);
     cairo_stroke(cr);
 }
@@ -324,10 +266,10 @@ void Canvas::strokeRectInside(const Rect& rect, double width, double cornerRadiu
     if (width <= 0) return;
     const Rect r = rectStandardize(rect);
     cairo_t* cr = impl_->cr;
-    appendPath(cr, Path::roundedRect(r, cornerRadius));
+    cairo_path::append(cr, Path::roundedRect(r, cornerRadius));
     const Rect inner = rectInset(r, width, width);
     if (!rectIsEmpty(inner)) {
-        appendPath(cr, Path::roundedRect(inner, std::max(0.0, cornerRadius - width)));
+        cairo_path::append(cr, Path::roundedRect(inner, std::max(0.0, cornerRadius - width)));
     }
     cairo_save(cr);
     cairo_set_fill_rule(cr, CAIRO_FILL_RULE_EVEN_ODD);
@@ -358,7 +300,7 @@ void withImagePattern(cairo_t* cr, const Image& image, const Rect& r, Paint&& pa
     cairo_save(cr);
     cairo_translate(cr, r.origin.x, r.origin.y);
     cairo_scale(cr, r.size.width / uprightW, r.size.height / uprightH);
-    const cairo_matrix_t m = toCairo(orientationTransform(image.orientation(), w, h));
+    const cairo_matrix_t m = cairo_path::matrix(orientationTransform(image.orientation(), w, h));
     cairo_transform(cr, &m);
     cairo_rectangle(cr, 0, 0, w, h);
     cairo_clip(cr);
