@@ -1,5 +1,6 @@
 #pragma once
-// Text laid out for measuring and drawing (Pango underneath, Chinese and Latin alike).
+// Text laid out for measuring and drawing (Pango underneath, Chinese and Latin alike, either
+// writing direction).
 
 #include <memory>
 #include <string>
@@ -10,6 +11,8 @@
 
 namespace orv::gfx {
 
+class AttributedString;
+class BitmapContext;
 class Canvas;
 
 enum class TextAlignment { Left = 0, Center = 1, Right = 2, Justified = 3, Natural = 4 };
@@ -36,6 +39,10 @@ class TextLayout {
   public:
     // Lays the text out in a box at most `maxSize` (a non-positive side means unbounded).
     TextLayout(std::string text, TextStyle style, Size maxSize);
+    // The same for attributed text: each run in its own font, colours, stroke and underline;
+    // the first run's paragraph style applies to the whole text. `numberOfLines` 0 means as
+    // many lines as fit.
+    TextLayout(const AttributedString& text, Size maxSize, int numberOfLines = 0);
     ~TextLayout();
     TextLayout(TextLayout&&) noexcept;
     TextLayout& operator=(TextLayout&&) noexcept;
@@ -47,6 +54,12 @@ class TextLayout {
     int unknownGlyphCount() const;
     // Draws the text in `rect`: aligned horizontally by the style, from the rect's top.
     void draw(Canvas& canvas, const Rect& rect) const;
+    // The same through the context's transform, clip, alpha and blend mode; upright when the
+    // context's user space is y down.
+    void draw(BitmapContext& context, const Rect& rect) const;
+
+    // The size of the text in an unbounded box, broken only at its newlines (sizeWithFont:).
+    static Size measure(const std::string& text, const Font& font);
 
   private:
     struct Impl;

@@ -54,6 +54,32 @@ void Label::setShadowOffset(gfx::Size offset) {
     setNeedsDisplay();
 }
 
+void Label::setAttributedText(std::optional<gfx::AttributedString> text) {
+    attributedText_ = std::move(text);
+    setNeedsDisplay();
+}
+
+bool Label::hasText() const {
+    return attributedText_ ? !attributedText_->string().empty() : !text_.empty();
+}
+
+gfx::TextLayout Label::layoutText(gfx::Size box, int numberOfLines,
+                                  std::optional<gfx::Color> color) const {
+    if (!attributedText_) {
+        gfx::TextStyle style = textStyle(numberOfLines);
+        style.color = color.value_or(style.color);
+        return gfx::TextLayout(text_, style, box);
+    }
+    if (!color) return gfx::TextLayout(*attributedText_, box, numberOfLines);
+    gfx::AttributedString recoloured = *attributedText_;
+    for (const gfx::AttributedString::Run& run : attributedText_->runs()) {
+        gfx::TextAttributes attributes = run.attributes;
+        attributes.foregroundColor = attributes.strokeColor = color;
+        recoloured.setAttributes(run.start, run.length, attributes);
+    }
+    return gfx::TextLayout(recoloured, box, numberOfLines);
+}
+
 gfx::TextStyle Label::textStyle(int numberOfLines) const {
     gfx::TextStyle style;
     style.font = font_;
@@ -65,9 +91,8 @@ gfx::TextStyle Label::textStyle(int numberOfLines) const {
 }
 
 gfx::Rect Label::textRectForBounds(const gfx::Rect& bounds, int numberOfLines) const {
-    if (text_.empty()) return {bounds.origin, {0, 0}};
-    const gfx::TextLayout layout(text_, textStyle(numberOfLines), bounds.size);
-    const gfx::Size size = layout.size();
+    if (!hasText()) return {bounds.origin, {0, 0}};
+    const gfx::Size size = layoutText(bounds.size, numberOfLines).size();
     // Whole points, as the platform measures labels, but never beyond the bounds.
     return {bounds.origin,
             {std::min(std::ceil(size.width), bounds.size.width),
@@ -75,27 +100,23 @@ gfx::Rect Label::textRectForBounds(const gfx::Rect& bounds, int numberOfLines) c
 }
 
 void Label::drawTextInRect(gfx::Canvas& canvas, const gfx::Rect& rect) {
-    if (text_.empty()) return;
+    if (!hasText()) return;
     const gfx::Rect textRect = textRectForBounds(rect, numberOfLines_);
     const gfx::Rect box{rect.origin.x,
                         rect.origin.y + (rect.size.height - textRect.size.height) / 2,
                         rect.size.width, textRect.size.height};
-    gfx::TextStyle style = textStyle(numberOfLines_);
     if (shadowColor_ && shadowColor_->a > 0) {
-        gfx::TextStyle shadow = style;
-        shadow.color = *shadowColor_;
-        gfx::TextLayout(text_, shadow, rect.size)
+        layoutText(rect.size, numberOfLines_, shadowColor_)
             .draw(canvas, gfx::rectOffset(box, shadowOffset_.width, shadowOffset_.height));
     }
-    gfx::TextLayout(text_, style, rect.size).draw(canvas, box);
+    layoutText(rect.size, numberOfLines_).draw(canvas, box);
 }
 
 gfx::Size Label::sizeThatFits(gfx::Size size) const {
-    if (text_.empty()) return {0, 0};
+    if (!hasText()) return {0, 0};
     // One line runs as long as the text; more lines wrap at the width asked about.
     const double width = numberOfLines_ == 1 ? 0 : size.width;
-    const gfx::TextLayout layout(text_, textStyle(numberOfLines_), {width, 0});
-    const gfx::Size measured = layout.size();
+    const gfx::Size measured = layoutText({width, 0}, numberOfLines_).size();
     return {std::ceil(measured.width), std::ceil(measured.height)};
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/gfx/AttributedString.h"
 #include "platform/gfx/TextLayout.h"
 #include "platform/ui/View.h"
 
@@ -33,6 +34,10 @@ class Label : public View {
     void setShadowColor(std::optional<gfx::Color> color);
     gfx::Size shadowOffset() const { return shadowOffset_; }
     void setShadowOffset(gfx::Size offset);
+    // While set, the label measures and draws this instead of its text, font, colour,
+    // alignment and line break mode (the number of lines still applies).
+    const std::optional<gfx::AttributedString>& attributedText() const { return attributedText_; }
+    void setAttributedText(std::optional<gfx::AttributedString> text);
 
     // The box the text takes inside `bounds` with at most `numberOfLines` lines, from the
     // bounds' origin.
@@ -48,6 +53,11 @@ class Label : public View {
     gfx::TextStyle textStyle(int numberOfLines) const;
 
   private:
+    bool hasText() const;
+    // The label's text laid out in `box`; `color` replaces every colour (for the shadow).
+    gfx::TextLayout layoutText(gfx::Size box, int numberOfLines,
+                               std::optional<gfx::Color> color = std::nullopt) const;
+
     std::string text_;
     gfx::Font font_ = gfx::Font::systemFont(17);
     gfx::Color textColor_ = gfx::Color::black();
@@ -56,6 +66,7 @@ class Label : public View {
     gfx::LineBreakMode lineBreakMode_ = gfx::LineBreakMode::TruncateTail;
     std::optional<gfx::Color> shadowColor_;
     gfx::Size shadowOffset_{0, -1};
+    std::optional<gfx::AttributedString> attributedText_;
 };
 
 }  // namespace orv::ui
