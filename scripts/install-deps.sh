@@ -18,10 +18,12 @@ packages=(
   nlohmann-json3-dev
 )
 
-# The comparison tools of bench/ and the fuzzing compiler of fuzz/ are only needed by those
-# who run them: `scripts/install-deps.sh --bench` adds them.
+# The comparison tools of bench/, the fuzzing compiler of fuzz/ and the colour emoji font the
+# sticker pictures are drawn from (tools/sticker-images) are only needed by those who run them:
+# `scripts/install-deps.sh --bench` adds them.
 if [ "${1:-}" = "--bench" ]; then
-  packages+=(libvips-tools libjpeg-turbo-progs clang libclang-rt-14-dev)
+  packages+=(libvips-tools libjpeg-turbo-progs imagemagick clang libclang-rt-14-dev
+             fonts-noto-color-emoji)
 fi
 
 missing=()

@@ -22,15 +22,19 @@ std::vector<int> preferredScales() {
 }  // namespace
 
 orv::gfx::ImagePtr imageORVBundleNamed(const std::string& name) {
+    return imageORVResourceNamed("style", name);
+}
+
+orv::gfx::ImagePtr imageORVResourceNamed(const std::string& directory, const std::string& name) {
     const orv::rt::Bundle& bundle = orv::rt::Bundle::main();
     for (int scale : preferredScales()) {
         const std::string file = scale == 1 ? name : name + "@" + std::to_string(scale) + "x";
-        const auto path = bundle.pathForResource("style/" + file, "png");
+        const auto path = bundle.pathForResource(file, "png", directory);
         if (!path) continue;
         if (auto bitmap = orv::codec::PngCodec::readFile(*path)) {
             return orv::gfx::Image::withBitmap(bitmap, scale);
         }
-        OrvTSLog::warn("style image %s could not be read", path->c_str());
+        OrvTSLog::warn("image %s could not be read", path->c_str());
     }
     return nullptr;
 }

@@ -1,5 +1,6 @@
 // Draws the library's style pictures into resources/style: the HUD's success and error marks
-// (template pictures: only their alpha counts, the HUD tints them) and the spinner's angle mask.
+// (template pictures: only their alpha counts, the HUD tints them), the spinner's angle mask and
+// the sticker item's two handles (full colour: a white mark on a dark disc).
 //
 //     orv-style-images <resources/style folder>
 
@@ -16,7 +17,8 @@ namespace gfx = orv::gfx;
 
 namespace {
 
-constexpr double kMarkSide = 28;  // points
+constexpr double kMarkSide = 28;    // points
+constexpr double kHandleSide = 36;  // points
 
 bool write(const gfx::Bitmap& bitmap, const std::filesystem::path& path) {
     const bool ok = orv::codec::PngCodec::writeFile(bitmap, path.string());
@@ -44,6 +46,54 @@ bool drawMark(const std::filesystem::path& dir, const std::string& name,
         ok &= write(*canvas.snapshot(), dir / scaledName(name, scale));
     }
     return ok;
+}
+
+// A sticker handle: a dark disc with a thin light rim, so that it reads on dark and light photos
+// alike, and a white mark drawn like the HUD's.
+bool drawHandle(const std::filesystem::path& dir, const std::string& name,
+                const std::function<void(gfx::Path&)>& mark) {
+    bool ok = true;
+    for (int scale : {1, 2, 3}) {
+        gfx::Canvas canvas({kHandleSide, kHandleSide}, scale);
+        const gfx::Rect disc{3, 3, kHandleSide - 6, kHandleSide - 6};
+        canvas.fillPath(gfx::Path::ellipseInRect(gfx::rectInset(disc, -1.5, -1.5)),
+                        gfx::Color::white(1, 0.9));
+        canvas.fillPath(gfx::Path::ellipseInRect(disc), gfx::Color::white(0.13, 0.92));
+        gfx::Path path;
+        mark(path);
+        gfx::StrokeStyle stroke;
+        stroke.width = 2.5;
+        stroke.cap = gfx::LineCap::Round;
+        stroke.join = gfx::LineJoin::Round;
+        canvas.strokePath(path, gfx::Color::whiteColor(), stroke);
+        ok &= write(*canvas.snapshot(), dir / scaledName(name, scale));
+    }
+    return ok;
+}
+
+// An open arrowhead at `tip`, pointing along `angle` (radians, y downward).
+void arrowHead(gfx::Path& p, gfx::Point tip, double angle) {
+    constexpr double kLength = 4.5, kSpread = 0.75;
+    for (double side : {-kSpread, kSpread}) {
+        p.moveTo(
+            {tip.x - kLength * std::cos(angle + side), tip.y - kLength * std::sin(angle + side)});
+        p.lineTo(tip);
+    }
+}
+
+// The rotate-and-scale mark: an arc over the top with an arrowhead at each end, for turning
+// either way.
+void rotateScaleMark(gfx::Path& p) {
+    const gfx::Point c{kHandleSide / 2, kHandleSide / 2 + 1};
+    constexpr double kRadius = 8;
+    const double start = 150 * M_PI / 180, end = 30 * M_PI / 180;
+    p.addArc(c, kRadius, start, end, true);
+    const auto at = [&](double a) {
+        return gfx::Point{c.x + kRadius * std::cos(a), c.y + kRadius * std::sin(a)};
+    };
+    // Increasing angles run clockwise, so the tangent there is the angle plus a quarter turn.
+    arrowHead(p, at(end), end + M_PI / 2);
+    arrowHead(p, at(start), start - M_PI / 2);
 }
 
 // The spinner's mask: alpha grows with the angle around the centre, so the turning arc fades
@@ -89,5 +139,12 @@ int main(int argc, char** argv) {
         p.lineTo({7, 21});
     });
     ok &= drawAngleMask(dir);
+    ok &= drawHandle(dir, "style_default_edit_drag_cancel", [](gfx::Path& p) {
+        p.moveTo({13, 13});
+        p.lineTo({23, 23});
+        p.moveTo({23, 13});
+        p.lineTo({13, 23});
+    });
+    ok &= drawHandle(dir, "style_default_edit_drag_rotate_scale", rotateScaleMark);
     return ok ? 0 : 1;
 }

@@ -1,0 +1,3 @@
+#include "frameworks/core/OrvStickerCategory.h"
+
+ORV_DEFINE_CLASS(OrvStickerCategory, rt::Object)

@@ -1,0 +1,3 @@
+#include "frameworks/core/OrvWaterMarkOption.h"
+
+ORV_DEFINE_CLASS(OrvWaterMarkOption, rt::Object)
