@@ -1,5 +1,6 @@
 #include "frameworks/core/OrvStickerLocalPackage.h"
 
+#include <algorithm>
 #include <fstream>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -74,6 +75,11 @@ std::shared_ptr<OrvStickerText> textFrom(const json& entry) {
     if (entry.contains("shadowColor")) text->setShadowColor(colorFrom(entry.at("shadowColor")));
     text->setAlignment(entry.value("alignment", 1));
     if (entry.contains("rect")) text->setRect(rectFrom(entry.at("rect")));
+    // Composition draws a text by its attributes, so the alignment travels in them too.
+    gfx::TextAttributes style;
+    style.paragraphStyle = gfx::ParagraphStyle{
+        .alignment = static_cast<gfx::TextAlignment>(std::clamp(text->alignment(), 0, 4))};
+    text->setTextStyleDic(style);
     return text;
 }
 
@@ -182,8 +188,11 @@ std::shared_ptr<OrvSticker> OrvStickerLocalPackage::stickerWithIdt(uint64_t idt)
 }
 
 void OrvStickerLocalPackage::loadStickerData(const std::shared_ptr<OrvSticker>& sticker) const {
-    // A sticker made at run time carries its own picture and names no file.
-    if (!sticker || sticker->image() || sticker->stickerImageName().empty()) return;
+    // A sticker made at run time (id 0) carries its own picture or none; it has no file here.
+    if (!sticker || sticker->idt() == 0 || sticker->image() ||
+        sticker->stickerImageName().empty()) {
+        return;
+    }
     const std::string& name = sticker->stickerImageName();
     if (auto image = imageORVResourceNamed(kImageDirectory, name)) {
         sticker->setImage(std::move(image));

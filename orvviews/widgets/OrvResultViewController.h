@@ -10,6 +10,8 @@
 #include "frameworks/core/OrvResult.h"
 #include "orvviews/widgets/OrvComponentsViewController.h"
 
+class OrvSticker;
+class OrvStickerResult;
 class OrvWaterMarkOption;
 
 class OrvResultViewController : public OrvComponentsViewController {
@@ -35,6 +37,16 @@ class OrvResultViewController : public OrvComponentsViewController {
     void setWaterMarkOption(std::shared_ptr<OrvWaterMarkOption> option) {
         waterMarkOption_ = std::move(option);
     }
+
+    // The photo with the water mark of waterMarkOption stamped on it (the same image when there
+    // is no usable option): the picture, the text, or both side by side along the chosen edge.
+    gfx::ImagePtr addWaterMarkToImage(const gfx::ImagePtr& image) const;
+    // Where one mark of a block of `displaySize` lies on an image of `imageSize`, at angle 0.
+    // A text sticker sits after the picture when markTextPosition is `defaultTextPosition`.
+    std::shared_ptr<OrvStickerResult> createStickResult(const std::shared_ptr<OrvSticker>& sticker,
+                                                        gfx::Size displaySize,
+                                                        gfx::Size imageSize,
+                                                        int defaultTextPosition) const;
 
     // The one entry of the saving road, called by a tool as the last step of its edit. On the
     // main thread it only delivers; on any other thread it saves, delivers and counts.
