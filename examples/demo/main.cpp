@@ -2,25 +2,33 @@
 // on a stepped clock, and writes a picture of each screen state. The photo tool runs three
 // times: with a picture in memory (saved to a temporary JPEG), with a file (saved to the album)
 // and with an album photo that lies "in the cloud" (downloaded over HTTP from a server the demo
-// runs on the loopback, then saved to a temporary JPEG).
+// runs on the loopback, then saved to a temporary JPEG). Then the sticker tool: two stickers are
+// laid on the cat, dragged, pinched and turned by hand, and composed on the full-size photo with
+// a water mark.
 //
 //     orv-demo [--out <folder>]
 
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "examples/orvdemo/LoopbackHttpServer.h"
 #include "examples/orvdemo/PhotoDemoComponent.h"
 #include "examples/orvdemo/PhotoDemoOptions.h"
+#include "examples/orvdemo/StickerDemoController.h"
+#include "examples/orvdemo/StickerDemoOptions.h"
 #include "frameworks/core/OrvImageExtension.h"
 #include "frameworks/core/OrvKit.h"
 #include "frameworks/core/OrvResult.h"
+#include "frameworks/core/OrvStickerLocalPackage.h"
 #include "frameworks/core/OrvTSAssetsManager.h"
+#include "frameworks/core/OrvWaterMarkOption.h"
 #include "orvviews/popup/OrvPopupProgress.h"
 #include "orvviews/views/OrvViewController.h"
 #include "platform/rt/Bundle.h"
@@ -102,6 +110,7 @@ class Session {
             if (int failed = runPhotoTool(run)) return failed;
         }
         server_.stop();
+        if (int failed = runStickerTool(photos + "chelsea.png")) return failed;
         return failed_ ? 1 : 0;
     }
 
@@ -143,6 +152,104 @@ class Session {
         loop().runFor(2.5);
         shoot(run.name + "-back-home");
         return report(run, delivered, failure);
+    }
+
+    // Two stickers on the cat, placed by hand, then composed at full size with a water mark.
+    int runStickerTool(const std::string& photo) {
+        std::printf("sticker tool:\n");
+        std::shared_ptr<OrvResult> delivered;
+        bool called = false;
+        auto options = OrvOptions::build<orvdemo::StickerDemoOptions>();
+        options->setSaveToTemp(true);
+        auto component = OrvEditComponent::initWithSourceController<orvdemo::PhotoDemoComponent>(
+            home_.get(),
+            [&](const std::shared_ptr<OrvResult>& result, const std::shared_ptr<rt::Error>&,
+                const std::shared_ptr<ui::ViewController>&) {
+                called = true;
+                delivered = result;
+            });
+        component->setOptions(options);
+        component->setAutoDismissWhenCompelted(true);
+        component->setInputTempFilePath(photo);
+        component->showComponent();
+        loop().runFor(0.5);
+        auto screen =
+            std::dynamic_pointer_cast<orvdemo::StickerDemoController>(component->controller());
+        if (!screen || !loop().runUntil([&] { return screen->stickerLayer() != nullptr; })) {
+            return fail("the sticker tool did not show the photo");
+        }
+        screen->setWaterMarkOption(waterMark());
+        loop().runFor(0.5);
+
+        const auto package = OrvStickerLocalPackage::package();
+        auto glasses = package->stickerWithIdt(10104);
+        auto bubble = package->stickerWithIdt(10201);
+        if (!glasses || !bubble) return fail("the sticker package is missing");
+        package->loadStickerData(glasses);
+        package->loadStickerData(bubble);
+
+        // The sunglasses go up onto the cat's face, grow and tilt by the handle.
+        auto injector = ui::EventInjector::injectorForWindow(window_);
+        auto first = screen->addSticker(glasses);
+        const gfx::Point start = centreOnScreen(*first);
+        const gfx::Point face{start.x - 20, start.y - 70};
+        injector->drag({start, face}, 0.5);
+        const gfx::Point handle = handleOnScreen(*first);
+        injector->drag(arc(face, handle, 25, 1.35), 0.6);
+
+        // The bubble goes to the lower left and grows by a pinch.
+        auto second = screen->addSticker(bubble);
+        const gfx::Point bubbleStart = centreOnScreen(*second);
+        const gfx::Point corner{bubbleStart.x - 70, bubbleStart.y + 60};
+        injector->drag({bubbleStart, corner}, 0.5);
+        injector->pinch(corner, 60, 90, 0.4);
+        injector->tap(centreOnScreen(*first));
+        loop().runFor(0.3);
+        shoot("stickers-placed");
+
+        tap(*screen->doneButton());
+        if (!loop().runUntil([&] { return called; })) return fail("the stickers never came back");
+        loop().runFor(2.5);
+        return report({"stickers", {}, true, false}, delivered, nullptr);
+    }
+
+    static std::shared_ptr<OrvWaterMarkOption> waterMark() {
+        auto option = OrvWaterMarkOption::option();
+        auto star = OrvStickerLocalPackage::package()->stickerWithIdt(30202);
+        OrvStickerLocalPackage::package()->loadStickerData(star);
+        // The mark is not scaled to the photo, so it is given a small size of its own.
+        const gfx::BitmapPtr& pixels = star->image()->bitmap();
+        option->setMarkImage(gfx::Image::withBitmap(pixels, pixels->width() / 24.0));
+        option->setMarkText("OrvViews 演示");
+        option->setMarkTextSize(16);
+        option->setMarkTextPadding(2);
+        option->setMarkMargin(4);
+        option->setMarkPosition(OrvWaterMarkOption::kBottomRight);
+        return option;
+    }
+
+    static gfx::Point centreOnScreen(const ui::View& view) {
+        return view.superview()->convertPointToView(view.center(), nullptr);
+    }
+
+    // The rotate-and-scale handle: on the picture's lower right corner.
+    static gfx::Point handleOnScreen(const ui::View& view) {
+        const gfx::Size size = view.bounds().size;
+        return view.convertPointToView({size.width - 18, size.height - 18}, nullptr);
+    }
+
+    // A path from `from` that turns `degrees` clockwise about `center` while its distance from
+    // it grows by `scale`.
+    static std::vector<gfx::Point> arc(gfx::Point center, gfx::Point from, double degrees,
+                                       double scale) {
+        std::vector<gfx::Point> path;
+        const double dx = from.x - center.x, dy = from.y - center.y;
+        for (int i = 0; i <= 12; ++i) {
+            const double t = i / 12.0, a = degrees * t * M_PI / 180, k = 1 + (scale - 1) * t;
+            path.push_back({center.x + k * (dx * std::cos(a) - dy * std::sin(a)),
+                            center.y + k * (dx * std::sin(a) + dy * std::cos(a))});
+        }
+        return path;
     }
 
     // The loading hub with its progress ring, half-way through the download.

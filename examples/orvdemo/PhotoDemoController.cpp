@@ -66,7 +66,7 @@ void PhotoDemoController::onDone() {
     auto me = self<PhotoDemoController>();
     rt::Thread::detach("photo-demo-edit", [me] {
         auto result = OrvResult::result();
-        result->setImage(me->loadOrginImage());
+        result->setImage(me->editedImage(me->loadOrginImage()));
         me->asyncProcessingIfNeedSave(result);
     });
 }

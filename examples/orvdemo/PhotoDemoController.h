@@ -44,7 +44,11 @@ class PhotoDemoController : public OrvImageResultController {
     const gfx::ImagePtr& shownImage() const { return shownImage_; }
     // Builds the result on a background thread and sends it down the saving road. Ignored
     // while the input is still downloading or loading.
-    void onDone();
+    virtual void onDone();
+
+  protected:
+    // The picture the result carries, made on the background thread from the full-size input.
+    virtual gfx::ImagePtr editedImage(const gfx::ImagePtr& original) { return original; }
 
   private:
     std::weak_ptr<PhotoDemoDelegate> delegate_;
