@@ -22,7 +22,7 @@ packages=(
 # sticker pictures are drawn from (tools/sticker-images) are only needed by those who run them:
 # `scripts/install-deps.sh --bench` adds them.
 if [ "${1:-}" = "--bench" ]; then
-  packages+=(libvips-tools libjpeg-turbo-progs imagemagick clang libclang-rt-14-dev
+  packages+=(libvips-tools libjpeg-turbo-progs imagemagick time clang libclang-rt-14-dev
              fonts-noto-color-emoji)
 fi
 
