@@ -30,6 +30,10 @@ std::string scaledName(const std::string& name, int scale) {
     return scale == 1 ? name + ".png" : name + "@" + std::to_string(scale) + "x.png";
 }
 
+// The pen of every mark.
+const gfx::StrokeStyle kRoundStroke{
+    .width = 2.5, .cap = gfx::LineCap::Round, .join = gfx::LineJoin::Round};
+
 // A mark drawn with round strokes on a transparent square, at 1x, 2x and 3x.
 bool drawMark(const std::filesystem::path& dir, const std::string& name,
               const std::function<void(gfx::Path&)>& shape) {
@@ -38,11 +42,7 @@ bool drawMark(const std::filesystem::path& dir, const std::string& name,
         gfx::Canvas canvas({kMarkSide, kMarkSide}, scale);
         gfx::Path path;
         shape(path);
-        gfx::StrokeStyle stroke;
-        stroke.width = 2.5;
-        stroke.cap = gfx::LineCap::Round;
-        stroke.join = gfx::LineJoin::Round;
-        canvas.strokePath(path, gfx::Color::black(), stroke);
+        canvas.strokePath(path, gfx::Color::black(), kRoundStroke);
         ok &= write(*canvas.snapshot(), dir / scaledName(name, scale));
     }
     return ok;
@@ -61,11 +61,7 @@ bool drawHandle(const std::filesystem::path& dir, const std::string& name,
         canvas.fillPath(gfx::Path::ellipseInRect(disc), gfx::Color::white(0.13, 0.92));
         gfx::Path path;
         mark(path);
-        gfx::StrokeStyle stroke;
-        stroke.width = 2.5;
-        stroke.cap = gfx::LineCap::Round;
-        stroke.join = gfx::LineJoin::Round;
-        canvas.strokePath(path, gfx::Color::whiteColor(), stroke);
+        canvas.strokePath(path, gfx::Color::whiteColor(), kRoundStroke);
         ok &= write(*canvas.snapshot(), dir / scaledName(name, scale));
     }
     return ok;
