@@ -1,0 +1,3 @@
+#include "frameworks/strand/ORPFPOrvkitFaceEditPlasticFilter_PropertyBuilder.h"
+
+ORV_DEFINE_CLASS(ORPFPOrvkitFaceEditPlasticFilter_PropertyBuilder, rt::Object)

@@ -1,0 +1,3 @@
+#include "frameworks/strand/ORPFPOrvkitImageFilter_AperturePropertyBuilder.h"
+
+ORV_DEFINE_CLASS(ORPFPOrvkitImageFilter_AperturePropertyBuilder, rt::Object)

@@ -1,0 +1,3 @@
+#include "frameworks/strand/ORPFPOrvkitImageFilter_SharpenPropertyBuilder.h"
+
+ORV_DEFINE_CLASS(ORPFPOrvkitImageFilter_SharpenPropertyBuilder, rt::Object)
