@@ -1,6 +1,7 @@
 // Draws the library's style pictures into resources/style: the HUD's success and error marks
 // (template pictures: only their alpha counts, the HUD tints them), the spinner's angle mask and
-// the sticker item's two handles (full colour: a white mark on a dark disc).
+// the sticker item's two handles (full colour: a white mark on a dark disc) and the filter panel's
+// sliders glyph (white, for its coloured round button).
 //
 //     orv-style-images <resources/style folder>
 
@@ -19,6 +20,7 @@ namespace {
 
 constexpr double kMarkSide = 28;    // points
 constexpr double kHandleSide = 36;  // points
+constexpr double kGlyphSide = 24;   // points
 
 bool write(const gfx::Bitmap& bitmap, const std::filesystem::path& path) {
     const bool ok = orv::codec::PngCodec::writeFile(bitmap, path.string());
@@ -62,6 +64,30 @@ bool drawHandle(const std::filesystem::path& dir, const std::string& name,
         gfx::Path path;
         mark(path);
         canvas.strokePath(path, gfx::Color::whiteColor(), kRoundStroke);
+        ok &= write(*canvas.snapshot(), dir / scaledName(name, scale));
+    }
+    return ok;
+}
+
+// The filter panel's glyph: three slider tracks with their knobs at different places, drawn with
+// the marks' pen on a transparent square.
+bool drawSlidersGlyph(const std::filesystem::path& dir, const std::string& name) {
+    constexpr double kLeft = 4, kRight = kGlyphSide - 4, kKnobRadius = 3.5;
+    constexpr struct { double y, knobX; } kTracks[] = {{6.5, 15}, {12, 8.5}, {17.5, 13}};
+    bool ok = true;
+    for (int scale : {1, 2, 3}) {
+        gfx::Canvas canvas({kGlyphSide, kGlyphSide}, scale);
+        gfx::Path tracks;
+        for (const auto& track : kTracks) {
+            tracks.moveTo({kLeft, track.y});
+            tracks.lineTo({kRight, track.y});
+        }
+        canvas.strokePath(tracks, gfx::Color::whiteColor(), kRoundStroke);
+        for (const auto& track : kTracks) {
+            const gfx::Rect knob{track.knobX - kKnobRadius, track.y - kKnobRadius, 2 * kKnobRadius,
+                                 2 * kKnobRadius};
+            canvas.fillPath(gfx::Path::ellipseInRect(knob), gfx::Color::whiteColor());
+        }
         ok &= write(*canvas.snapshot(), dir / scaledName(name, scale));
     }
     return ok;
@@ -142,5 +168,6 @@ int main(int argc, char** argv) {
         p.lineTo({13, 23});
     });
     ok &= drawHandle(dir, "style_default_edit_drag_rotate_scale", rotateScaleMark);
+    ok &= drawSlidersGlyph(dir, "style_default_filter_config");
     return ok ? 0 : 1;
 }
