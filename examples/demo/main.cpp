@@ -4,10 +4,12 @@
 // and with an album photo that lies "in the cloud" (downloaded over HTTP from a server the demo
 // runs on the loopback, then saved to a temporary JPEG). Then the sticker tool: two stickers are
 // laid on the cat, dragged, pinched and turned by hand, and composed on the full-size photo with
-// a water mark.
+// a water mark. Last the filters: a contact sheet of the whole filter set on the astronaut, and
+// a filter screen whose strength slider is dragged by hand.
 //
 //     orv-demo [--out <folder>]
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -18,6 +20,8 @@
 #include <string>
 #include <vector>
 
+#include "examples/orvdemo/FilterContactSheet.h"
+#include "examples/orvdemo/FilterDemoController.h"
 #include "examples/orvdemo/LoopbackHttpServer.h"
 #include "examples/orvdemo/PhotoDemoComponent.h"
 #include "examples/orvdemo/PhotoDemoOptions.h"
@@ -29,8 +33,10 @@
 #include "frameworks/core/OrvStickerLocalPackage.h"
 #include "frameworks/core/OrvTSAssetsManager.h"
 #include "frameworks/core/OrvWaterMarkOption.h"
+#include "frameworks/strand/kernels/LookCatalogue.h"
 #include "orvviews/popup/OrvPopupProgress.h"
 #include "orvviews/views/OrvViewController.h"
+#include "orvviews/views/OrvViewControllerExtension.h"
 #include "platform/rt/Bundle.h"
 #include "platform/rt/Error.h"
 #include "platform/rt/RunLoop.h"
@@ -92,7 +98,9 @@ class Session {
         auto cup = imageWithContentsOfFile(photos + "coffee.png");
         if (!cup) return fail("the bundled photos are missing");
         server_.addFile("/cloud/coffee.jpg", orvJpegDataWithCompress(cup, 0.9), "image/jpeg",
-                        {.chunkSize = 8 * 1024, .delay = std::chrono::milliseconds(25)});
+                        {.chunkSize = 8 * 1024,
+                         .delay = std::chrono::milliseconds(25),
+                         .failAfter = std::nullopt});
 
         const Run runs[] = {
             {"memory",
@@ -111,6 +119,9 @@ class Session {
         }
         server_.stop();
         if (int failed = runStickerTool(photos + "chelsea.png")) return failed;
+        const auto astronaut = imageWithContentsOfFile(photos + "astronaut.png");
+        if (int failed = writeContactSheet(astronaut)) return failed;
+        if (int failed = runFilterScreen(astronaut)) return failed;
         return failed_ ? 1 : 0;
     }
 
@@ -211,6 +222,48 @@ class Session {
         if (!loop().runUntil([&] { return called; })) return fail("the stickers never came back");
         loop().runFor(2.5);
         return report({"stickers", {}, true, false}, delivered, nullptr);
+    }
+
+    int writeContactSheet(const gfx::ImagePtr& photo) {
+        const fs::path path = out_ / "filters-contact-sheet.png";
+        const int tiles = orvdemo::FilterContactSheet::write(photo, path.string());
+        if (tiles == 0) return fail("the contact sheet could not be written");
+        std::printf("filters: %d tiles in %s\n", tiles, path.c_str());
+        return 0;
+    }
+
+    // A black-and-white look on the screen; the panel is unfolded and the look's strength
+    // slider dragged down to a tenth, which brings most of the colour back.
+    int runFilterScreen(const gfx::ImagePtr& photo) {
+        auto screen = orv::rt::make<orvdemo::FilterDemoController>();
+        screen->setPhoto(photo);
+        screen->setFilterCode("BW01");
+        orvPresentModalNavigationController(*home_, screen, true, true);
+        loop().runFor(0.8);
+        const auto params = screen->params();
+        const auto& bars = screen->configView()->seekBars();
+        const auto keys = params ? params->argKeys() : std::vector<std::string>{};
+        const auto strength = std::find(keys.begin(), keys.end(), "strength");
+        if (strength == keys.end() || bars.size() != keys.size()) {
+            return fail("the filter screen has no strength slider");
+        }
+        tap(*screen->configView()->stateButton());
+        loop().runFor(0.5);
+        shoot("filter-before");
+
+        const auto arg = params->args()[strength - keys.begin()];
+        const auto& bar = bars[strength - keys.begin()]->seekBar();
+        const gfx::Rect frame = bar->convertRectToView(bar->bounds(), nullptr);
+        const double y = gfx::rectGetMidY(frame), before = arg->value();
+        auto injector = ui::EventInjector::injectorForWindow(window_);
+        injector->drag({{frame.origin.x + frame.size.width * arg->precent() - 1, y},
+                        {frame.origin.x + frame.size.width * 0.1, y}},
+                       0.6);
+        loop().runFor(0.3);
+        shoot("filter-after");
+        std::printf("  look %s: %s moved from %.2f to %.2f\n", params->code().c_str(),
+                    arg->key().c_str(), before, arg->value());
+        return 0;
     }
 
     static std::shared_ptr<OrvWaterMarkOption> waterMark() {
