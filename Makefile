@@ -36,6 +36,7 @@ bench: release
 	./build/release/bench/orv_bench_resample
 	./build/release/bench/orv_bench_temp_save
 	./build/release/bench/orv_bench_compose
+	./build/release/bench/orv_bench_filters
 
 # The decoders under libFuzzer (clang, AddressSanitizer, UBSan): builds build/fuzz, then runs
 # each target for FUZZ_SECONDS over its seeds. New inputs go to build/fuzz/corpus, crashes to
