@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 
+#include "frameworks/strand/kernels/CpuClones.h"
 #include "frameworks/strand/kernels/ParallelRows.h"
 
 namespace orv::strand {
@@ -306,10 +307,8 @@ T* scratch(int which, size_t count) {
 // Filters the groups [begin, end) of `lineCount` lines of `n` positions. Built for AVX2 as
 // well, chosen at run time where the processor has it: twice the lanes an instruction.
 template <typename T, typename Lines, typename Filter>
-__attribute__((target_clones("avx2", "default"))) void filterGroups(const Lines& lines,
-                                                                    int lineCount, int n,
-                                                                    const Filter& filter, int begin,
-                                                                    int end) {
+ORV_AVX2_CLONES void filterGroups(const Lines& lines, int lineCount, int n, const Filter& filter,
+                                  int begin, int end) {
     T* x = scratch<T>(0, static_cast<size_t>(n + 2 * kPad) * kLanes);
     T* y = scratch<T>(1, static_cast<size_t>(n) * kLanes);
     T* inside = x + kPad * kLanes;

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "frameworks/strand/kernels/CpuClones.h"
 #include "frameworks/strand/kernels/ParallelRows.h"
 
 namespace orv::strand {
@@ -50,9 +51,7 @@ Vignette::Vignette(float start, float depth) {
     depth_ = std::isnan(depth) ? 0 : std::clamp(depth, 0.0f, 1.0f);
 }
 
-__attribute__((target_clones("avx2", "default"))) void Vignette::shadeRow(uint16_t* shade,
-                                                                          int width, int y,
-                                                                          int height) const {
+ORV_AVX2_CLONES void Vignette::shadeRow(uint16_t* shade, int width, int y, int height) const {
     const float cx = width / 2.0f, cy = height / 2.0f;
     const float scale = 1 / std::max(std::sqrt(cx * cx + cy * cy), 0.5f);
     const float dy = (static_cast<float>(y) + 0.5f - cy) * scale;

@@ -174,7 +174,7 @@ TEST_F(OrvImageResultControllerTest, ACloudPhotoOfTheAlbumComesOverHttp) {
     orvdemo::LoopbackHttpServer server;
     ASSERT_TRUE(server.start());
     server.addFile("/photo.jpg", orvJpegDataWithCompress(makeImage(900, 600), 0.9), "image/jpeg",
-                   {.chunkSize = 4096, .delay = std::chrono::milliseconds(2)});
+                   {.chunkSize = 4096, .delay = std::chrono::milliseconds(2), .failAfter = {}});
     auto asset = OrvTSAssetsManager::addCloudAsset(server.url("/photo.jpg"), std::nullopt);
     ASSERT_TRUE(asset && asset->isInCloud());
 
