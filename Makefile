@@ -42,7 +42,7 @@ bench: release
 # each target for FUZZ_SECONDS over its seeds. New inputs go to build/fuzz/corpus, crashes to
 # build/fuzz/artifacts; fuzz/corpus stays as committed.
 FUZZ_SECONDS ?= 60
-FUZZERS = jpeg png webp
+FUZZERS = jpeg png webp gif
 
 fuzz:
 	CC=clang CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DORV_FUZZ=ON

@@ -12,6 +12,7 @@
 #include "platform/codec/ImageMetadata.h"
 #include "platform/codec/JpegCodec.h"
 #include "platform/codec/WebpCodec.h"
+#include "tests/support/GifWriter.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ using orv::codec::ImageMetadata;
 using orv::codec::JpegCodec;
 using orv::codec::WebpCodec;
 using orv::gfx::Bitmap;
+using orv::test::GifWriter;
 using Bytes = std::vector<uint8_t>;
 
 std::string root;
@@ -133,6 +135,33 @@ void webpSeeds() {
     save("webp", "lossless-alpha.webp", WebpCodec::encode(picture(16, 16, true), 1));
 }
 
+// ---- GIF layouts: tables, transparency, interlacing, every disposal, frames outside
+
+void gifSeeds() {
+    using Frame = GifWriter::Frame;
+    const auto pattern = [](const Frame& f) {
+        GifWriter::Indices indices;
+        for (int i = 0; i < f.width * f.height; ++i)
+            indices.push_back(uint8_t((i + i / f.width) % 4));
+        return indices;
+    };
+    const auto gif = [&](auto&& writer, const std::vector<Frame>& frames) {
+        for (const Frame& f : frames) writer.frame(f, pattern(f));
+        return writer.finish();
+    };
+    save("gif", "still.gif", gif(GifWriter(8, 8), {{0, 0, 8, 8}}));
+    save("gif", "local-table.gif",
+         gif(GifWriter(8, 8, false), {{0, 0, 8, 8, 0, 2, 0, true, true}}));
+    save("gif", "disposals.gif",
+         gif(GifWriter(8, 8).loop(0), {{0, 0, 8, 8, DISPOSE_DO_NOT, 1},
+                                       {2, 2, 4, 4, DISPOSE_BACKGROUND, 0, 5},
+                                       {1, 1, 6, 6, DISPOSE_PREVIOUS, 3, 1, true},
+                                       {4, 4, 8, 8, DISPOSE_DO_NOT}}));
+    save("gif", "outside.gif",
+         gif(GifWriter(0, 0).loop(3),
+             {{2, 2, 4, 4}, {20, 20, 2, 2}, {3, 0, 9, 3, DISPOSE_PREVIOUS}}));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -144,5 +173,6 @@ int main(int argc, char** argv) {
     jpegSeeds();
     pngSeeds();
     webpSeeds();
+    gifSeeds();
     return 0;
 }

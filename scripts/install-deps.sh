@@ -12,7 +12,7 @@ packages=(
   # pixels, paths and text
   libpixman-1-dev libcairo2-dev libpango1.0-dev libfontconfig-dev libpng-dev
   # codecs, metadata and downloads
-  libturbojpeg0-dev libexif-dev libwebp-dev libcurl4-openssl-dev
+  libturbojpeg0-dev libexif-dev libwebp-dev libgif-dev libcurl4-openssl-dev
   fonts-noto-cjk fonts-dejavu-core
   # data
   nlohmann-json3-dev
@@ -22,7 +22,7 @@ packages=(
 # sticker pictures are drawn from (tools/sticker-images) are only needed by those who run them:
 # `scripts/install-deps.sh --bench` adds them.
 if [ "${1:-}" = "--bench" ]; then
-  packages+=(libvips-tools libjpeg-turbo-progs imagemagick time clang libclang-rt-14-dev
+  packages+=(libvips-tools libjpeg-turbo-progs imagemagick ffmpeg time clang libclang-rt-14-dev
              fonts-noto-color-emoji)
 fi
 
