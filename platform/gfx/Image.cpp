@@ -7,10 +7,14 @@ ORV_DEFINE_CLASS(Image, rt::Object)
 std::shared_ptr<Image> Image::withBitmap(BitmapPtr bitmap, double scale,
                                          ImageOrientation orientation) {
     auto image = rt::make<Image>();
-    image->bitmap_ = std::move(bitmap);
-    image->scale_ = scale > 0 ? scale : 1;
-    image->orientation_ = orientation;
+    image->initWithBitmap(std::move(bitmap), scale, orientation);
     return image;
+}
+
+void Image::initWithBitmap(BitmapPtr bitmap, double scale, ImageOrientation orientation) {
+    bitmap_ = std::move(bitmap);
+    scale_ = scale > 0 ? scale : 1;
+    orientation_ = orientation;
 }
 
 std::shared_ptr<Image> Image::empty() {

@@ -37,10 +37,19 @@ class Image : public rt::Object {
     // Pixel size divided by the scale, width and height exchanged for the left/right tags.
     Size size() const;
 
+    // Set once the pixels were turned into the form the renderer draws without conversion, so
+    // that nobody decodes them again.
+    bool isDecodedForDisplay() const { return decodedForDisplay_; }
+    void setDecodedForDisplay(bool decoded) { decodedForDisplay_ = decoded; }
+
+    // Gives an instance made through its class (a subclass of Image) its picture.
+    void initWithBitmap(BitmapPtr bitmap, double scale, ImageOrientation orientation);
+
   protected:
     BitmapPtr bitmap_;
     double scale_ = 1;
     ImageOrientation orientation_ = ImageOrientation::Up;
+    bool decodedForDisplay_ = false;
 };
 
 using ImagePtr = std::shared_ptr<Image>;
