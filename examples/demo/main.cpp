@@ -5,7 +5,7 @@
 // runs on the loopback, then saved to a temporary JPEG). Then the sticker tool: two stickers are
 // laid on the cat, dragged, pinched and turned by hand, and composed on the full-size photo with
 // a water mark. Last the filters: a contact sheet of the whole filter set on the astronaut, and
-// a filter screen whose strength slider is dragged by hand.
+// a filter screen whose strength slider is dragged by hand, and the frames of an animated GIF.
 //
 //     orv-demo [--out <folder>]
 
@@ -22,6 +22,7 @@
 
 #include "examples/orvdemo/FilterContactSheet.h"
 #include "examples/orvdemo/FilterDemoController.h"
+#include "examples/orvdemo/GifFrameSheet.h"
 #include "examples/orvdemo/LoopbackHttpServer.h"
 #include "examples/orvdemo/PhotoDemoComponent.h"
 #include "examples/orvdemo/PhotoDemoOptions.h"
@@ -122,6 +123,10 @@ class Session {
         const auto astronaut = imageWithContentsOfFile(photos + "astronaut.png");
         if (int failed = writeContactSheet(astronaut)) return failed;
         if (int failed = runFilterScreen(astronaut)) return failed;
+        if (int failed = writeGifFrames(orv::rt::Bundle::main().resourcePath() +
+                                        "/gifs/newtonscradle.gif")) {
+            return failed;
+        }
         return failed_ ? 1 : 0;
     }
 
@@ -263,6 +268,22 @@ class Session {
         shoot("filter-after");
         std::printf("  look %s: %s moved from %.2f to %.2f\n", params->code().c_str(),
                     arg->key().c_str(), before, arg->value());
+        return 0;
+    }
+
+    // The animated picture's frames laid out with their durations.
+    int writeGifFrames(const std::string& file) {
+        auto gif = OrvGifImage::imageWithContentsOfFile(file);
+        if (!gif || gif->frameCount() == 0) return fail("the animated picture did not decode");
+        const fs::path path = out_ / "gif-frames.png";
+        if (!orvdemo::GifFrameSheet::write(*gif, path.string())) {
+            return fail("the frame sheet could not be written");
+        }
+        std::printf("animated picture %s: %llu frames, loop count %llu, %.2f s in all\n  %s\n",
+                    fs::path(file).filename().c_str(),
+                    static_cast<unsigned long long>(gif->frameCount()),
+                    static_cast<unsigned long long>(gif->loopCount()), gif->duration(),
+                    path.c_str());
         return 0;
     }
 
