@@ -70,7 +70,7 @@ std::optional<std::pair<int, int>> ImageSource::Impl::canvasSize() const {
     return std::make_pair(width, height);
 }
 
-ImageSource::ImageSource() : impl_(std::make_unique<Impl>()) {}
+ImageSource::ImageSource(Key) : impl_(std::make_unique<Impl>()) {}
 
 ImageSource::~ImageSource() = default;
 
@@ -82,7 +82,7 @@ std::unique_ptr<ImageSource> ImageSource::createWithData(Data data) {
 }
 
 std::unique_ptr<ImageSource> ImageSource::createIncremental() {
-    return std::unique_ptr<ImageSource>(new ImageSource());
+    return std::make_unique<ImageSource>(Key());
 }
 
 void ImageSource::updateData(Data data, bool final) {

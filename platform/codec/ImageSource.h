@@ -29,11 +29,11 @@ struct ImageSourceProperties {
 
 // One frame's properties.
 struct ImageFrameProperties {
-    long pixelWidth = 0;   // the canvas the composed frame fills
+    long pixelWidth = 0;  // the canvas the composed frame fills
     long pixelHeight = 0;
-    std::optional<long> orientation;          // EXIF value, when the file says
-    std::optional<double> delayTime;          // seconds, clamped as viewers do (≥ 0.1 when < 0.011)
-    std::optional<double> unclampedDelayTime; // seconds, as stored
+    std::optional<long> orientation;  // EXIF value, when the file says
+    std::optional<double> delayTime;  // seconds, clamped as viewers do (≥ 0.1 when < 0.011)
+    std::optional<double> unclampedDelayTime;  // seconds, as stored
 };
 
 class ImageSource {
@@ -59,8 +59,14 @@ class ImageSource {
     // known, or when not even part of it can be decoded (a frame cut short shows what arrived).
     gfx::BitmapPtr createImageAtIndex(size_t index, bool shouldCache);
 
+    // Only the factories above can make the key, so only they construct a source.
+    class Key {
+        friend class ImageSource;
+        Key() = default;
+    };
+    explicit ImageSource(Key);
+
   private:
-    ImageSource();
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };
