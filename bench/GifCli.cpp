@@ -56,8 +56,8 @@ GifByteType cubeIndex(const uint8_t* rgba) {
     return static_cast<GifByteType>(36 * level(rgba[0]) + 6 * level(rgba[1]) + level(rgba[2]));
 }
 
-int writeFrame(GifFileType* gif, const gfx::Bitmap& photo, int left, int top, int width,
-               int height, int panX, int panY) {
+int writeFrame(GifFileType* gif, const gfx::Bitmap& photo, int left, int top, int width, int height,
+               int panX, int panY) {
     const GifByteType control[4] = {0x04, 4, 0, 0};  // keep, 40 ms
     if (EGifPutExtension(gif, GRAPHICS_EXT_FUNC_CODE, 4, control) == GIF_ERROR ||
         EGifPutImageDesc(gif, left, top, width, height, false, nullptr) == GIF_ERROR) {
@@ -75,8 +75,8 @@ int writeFrame(GifFileType* gif, const gfx::Bitmap& photo, int left, int top, in
 }
 
 int makeGif(const std::string& out, int frames) {
-    auto source = codec::ImageReader::readFile(std::string(ORV_SOURCE_RESOURCES) +
-                                               "/photos/astronaut.png");
+    auto source =
+        codec::ImageReader::readFile(std::string(ORV_SOURCE_RESOURCES) + "/photos/astronaut.png");
     if (!source) return 1;
     auto photo = gfx::BitmapOps::resized(*source->bitmap, kWidth + 200, kHeight + 120);
     int error = 0;
@@ -97,7 +97,8 @@ int makeGif(const std::string& out, int frames) {
         // Every tenth frame whole, the others a moving quarter of the canvas.
         const bool whole = i % 10 == 0;
         const int w = whole ? kWidth : kWidth / 2, h = whole ? kHeight : kHeight / 2;
-        const int left = whole ? 0 : (i * 13) % (kWidth - w), top = whole ? 0 : (i * 7) % (kHeight - h);
+        const int left = whole ? 0 : (i * 13) % (kWidth - w),
+                  top = whole ? 0 : (i * 7) % (kHeight - h);
         status = writeFrame(gif, *photo, left, top, w, h, i % 200, (i / 2) % 120);
     }
     GifFreeMapObject(palette);
@@ -111,7 +112,8 @@ int compose(const std::string& in) {
     auto source = codec::ImageSource::createWithData(data);
     if (!source) return 1;
     size_t frames = 0;
-    for (size_t i = 0; i < source->count(); ++i) frames += source->createImageAtIndex(i, false) != nullptr;
+    for (size_t i = 0; i < source->count(); ++i)
+        frames += source->createImageAtIndex(i, false) != nullptr;
     report("composed", frames, std::chrono::duration<double>(Clock::now() - start).count());
     return 0;
 }
@@ -134,6 +136,7 @@ int main(int argc, char** argv) {
     if (mode == "make-gif") return makeGif(argv[2], argc > 3 ? std::atoi(argv[3]) : 200);
     if (mode == "compose") return compose(argv[2]);
     if (mode == "slurp") return slurp(argv[2]);
-    std::fprintf(stderr, "usage: orv_gif_cli make-gif OUT.gif [FRAMES] | compose IN.gif | slurp IN.gif\n");
+    std::fprintf(stderr,
+                 "usage: orv_gif_cli make-gif OUT.gif [FRAMES] | compose IN.gif | slurp IN.gif\n");
     return 2;
 }

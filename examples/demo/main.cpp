@@ -279,11 +279,10 @@ class Session {
         if (!orvdemo::GifFrameSheet::write(*gif, path.string())) {
             return fail("the frame sheet could not be written");
         }
-        std::printf("animated picture %s: %llu frames, loop count %llu, %.2f s in all\n  %s\n",
-                    fs::path(file).filename().c_str(),
-                    static_cast<unsigned long long>(gif->frameCount()),
-                    static_cast<unsigned long long>(gif->loopCount()), gif->duration(),
-                    path.c_str());
+        std::printf(
+            "animated picture %s: %llu frames, loop count %llu, %.2f s in all\n  %s\n",
+            fs::path(file).filename().c_str(), static_cast<unsigned long long>(gif->frameCount()),
+            static_cast<unsigned long long>(gif->loopCount()), gif->duration(), path.c_str());
         return 0;
     }
 

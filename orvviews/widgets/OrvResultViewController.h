@@ -44,8 +44,7 @@ class OrvResultViewController : public OrvComponentsViewController {
     // Where one mark of a block of `displaySize` lies on an image of `imageSize`, at angle 0.
     // A text sticker sits after the picture when markTextPosition is `defaultTextPosition`.
     std::shared_ptr<OrvStickerResult> createStickResult(const std::shared_ptr<OrvSticker>& sticker,
-                                                        gfx::Size displaySize,
-                                                        gfx::Size imageSize,
+                                                        gfx::Size displaySize, gfx::Size imageSize,
                                                         int defaultTextPosition) const;
 
     // The one entry of the saving road, called by a tool as the last step of its edit. On the

@@ -26,14 +26,14 @@ struct ParagraphStyle {
 // The attributes of a run; a missing one takes the platform default (system font of 12
 // points, black, no stroke, no underline, natural paragraph).
 struct TextAttributes {
-    std::optional<Font> font;                     // NSFontAttributeName
-    std::optional<Color> foregroundColor;         // NSForegroundColorAttributeName
-    std::optional<Color> strokeColor;             // NSStrokeColorAttributeName; else foreground
-    double strokeWidth = 0;                       // NSStrokeWidthAttributeName: percent of the
-                                                  // font size; > 0 strokes only, < 0 fills and
-                                                  // strokes, 0 fills only
-    int underlineStyle = 0;                       // NSUnderlineStyleAttributeName: 0 none, 1 single
-    std::optional<ParagraphStyle> paragraphStyle; // NSParagraphStyleAttributeName
+    std::optional<Font> font;              // NSFontAttributeName
+    std::optional<Color> foregroundColor;  // NSForegroundColorAttributeName
+    std::optional<Color> strokeColor;      // NSStrokeColorAttributeName; else foreground
+    double strokeWidth = 0;                // NSStrokeWidthAttributeName: percent of the
+                                           // font size; > 0 strokes only, < 0 fills and
+                                           // strokes, 0 fills only
+    int underlineStyle = 0;                // NSUnderlineStyleAttributeName: 0 none, 1 single
+    std::optional<ParagraphStyle> paragraphStyle;  // NSParagraphStyleAttributeName
     // NSWritingDirectionAttributeName: forces the run's direction.
     std::optional<WritingDirection> writingDirection;
     bool operator==(const TextAttributes&) const = default;
@@ -42,7 +42,7 @@ struct TextAttributes {
 class AttributedString {
   public:
     struct Run {
-        size_t start = 0;   // byte offsets into the UTF-8 text
+        size_t start = 0;  // byte offsets into the UTF-8 text
         size_t length = 0;
         TextAttributes attributes;
     };
