@@ -4,10 +4,12 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <regex>
 
 #include "platform/codec/ImageReader.h"
 #include "platform/codec/JpegCodec.h"
+#include "platform/codec/JpegSegments.h"
 #include "platform/codec/PngCodec.h"
 #include "platform/gfx/BitmapOps.h"
 #include "platform/ui/Screen.h"
@@ -77,6 +79,28 @@ ImagePtr uprightCrop(const ImagePtr& image, int x, int y, int width, int height)
     return cropped ? gfx::Image::withBitmap(std::move(cropped), image->scale()) : nullptr;
 }
 
+// A camera's EXIF block, thumbnail included, fits in one segment of at most 64 KiB; only a large
+// colour profile makes the head longer.
+constexpr size_t kFirstHeadRead = 64 * 1024;
+
+// The file's first bytes up to and including the start of the picture data, read in growing
+// pieces; empty when the file is not a JPEG or ends before its picture data.
+std::vector<uint8_t> jpegHead(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::vector<uint8_t> head;
+    for (size_t want = kFirstHeadRead; in; want *= 2) {
+        const size_t have = head.size();
+        head.resize(want);
+        in.read(reinterpret_cast<char*>(head.data() + have),
+                static_cast<std::streamsize>(want - have));
+        head.resize(have + static_cast<size_t>(in.gcount()));
+        const size_t scan = codec::JpegSegments::walk(head.data(), head.size());
+        if (scan > 0) return head;
+        if (head.size() < 2 || head[0] != 0xFF || head[1] != 0xD8) break;
+    }
+    return {};
+}
+
 }  // namespace
 
 gfx::ImagePtr imageWithContentsOfFile(const std::string& path) {
@@ -85,6 +109,10 @@ gfx::ImagePtr imageWithContentsOfFile(const std::string& path) {
 
 gfx::ImagePtr orvFullScreenImageWithContentsOfFile(const std::string& path) {
     return imageFromFile(path, orvFullScreenPixelLimit());
+}
+
+gfx::ImagePtr orvImageWithContentsOfFileLimit(const std::string& path, int maxLongSide) {
+    return imageFromFile(path, maxLongSide);
 }
 
 gfx::ImagePtr imageWithData(const std::vector<uint8_t>& data) {
@@ -166,6 +194,11 @@ gfx::ImagePtr orvScaleImage(const gfx::ImagePtr& image, const gfx::Size& pixelSi
     const bool same = bitmap->width() == storedWidth && bitmap->height() == storedHeight;
     auto stored = same ? bitmap : BitmapOps::resized(*bitmap, storedWidth, storedHeight);
     return orvImageRotatedToUp(gfx::Image::withBitmap(stored, 1, image->orientation()));
+}
+
+codec::ImageMetadata orvMetadataWithContentsOfFile(const std::string& path) {
+    const std::vector<uint8_t> head = jpegHead(path);
+    return codec::ImageMetadata::fromJpeg(head.data(), head.size());
 }
 
 codec::ImageMetadata orvMetadataMatchingImage(const gfx::ImagePtr& image,

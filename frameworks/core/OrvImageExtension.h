@@ -19,6 +19,8 @@
 gfx::ImagePtr imageWithContentsOfFile(const std::string& path);
 // The same, reduced while it is decoded to what orvFullScreenImageKeepOrientation keeps.
 gfx::ImagePtr orvFullScreenImageWithContentsOfFile(const std::string& path);
+// The same, its stored long side brought down to at most `maxLongSide` pixels (0: full size).
+gfx::ImagePtr orvImageWithContentsOfFileLimit(const std::string& path, int maxLongSide);
 // The picture in memory (JPEG, PNG or WebP bytes).
 gfx::ImagePtr imageWithData(const std::vector<uint8_t>& data);
 
@@ -47,6 +49,10 @@ gfx::ImagePtr orvImageResize(const gfx::ImagePtr& image, const gfx::Size& size, 
 // An upright copy of exactly this pixel size, at scale 1.
 gfx::ImagePtr orvScaleImage(const gfx::ImagePtr& image, const gfx::Size& pixelSize);
 
+// The EXIF and colour profile of a JPEG file, read from the head of the file only (the picture
+// data after it is never read). Empty for a missing file, one that is not a JPEG, and one whose
+// head breaks off before the picture data starts.
+codec::ImageMetadata orvMetadataWithContentsOfFile(const std::string& path);
 // The metadata changed to describe the image's stored pixels (their size) and its orientation
 // tag. A plain upright picture without metadata gets none.
 codec::ImageMetadata orvMetadataMatchingImage(const gfx::ImagePtr& image,

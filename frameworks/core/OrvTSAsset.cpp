@@ -178,6 +178,11 @@ std::string OrvTSAsset::localIdentifier() const {
     return identifier_;
 }
 
+std::optional<std::string> OrvTSAsset::localFilePath() const {
+    if (isInCloud()) return std::nullopt;
+    return path();
+}
+
 std::string OrvTSAsset::path() const {
     std::lock_guard lock(mutex_);
     return path_;

@@ -30,6 +30,7 @@ class OrvTSAsset : public rt::Object, public OrvTSAssetInterface {
     void asyncFullResolutionImage(FullResolutionHandler handler) override;
     void cancelLoadFullResolutionImage() override;
     std::string localIdentifier() const override;
+    std::optional<std::string> localFilePath() const override;
 
     // The file that holds the full image now (the ".cloud" file for an asset in the cloud).
     std::string path() const;

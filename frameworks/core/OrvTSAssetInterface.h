@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "frameworks/core/OrvKit.h"
@@ -30,4 +31,7 @@ class OrvTSAssetInterface {
 
     // A name that stays the same for the asset's life (its path in the album).
     virtual std::string localIdentifier() const = 0;
+    // The file on this device that holds the full image, for what the pixels alone don't carry
+    // (the photo's EXIF); null while only a cloud copy exists, or when no file holds it.
+    virtual std::optional<std::string> localFilePath() const { return std::nullopt; }
 };

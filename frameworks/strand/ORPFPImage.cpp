@@ -26,3 +26,26 @@ std::shared_ptr<ORPFPImage> ORPFPImage::withBitmap(gfx::BitmapPtr bitmap, double
 gfx::ImagePtr ORPFPImage::getUIImage() const {
     return bitmap_ ? gfx::Image::withBitmap(bitmap_, scale_) : nullptr;
 }
+
+unsigned long ORPFPImage::rotationModeWithImageOrientation(gfx::ImageOrientation orientation) {
+    using O = gfx::ImageOrientation;
+    switch (orientation) {
+        case O::Up:
+            return 0;
+        case O::Right:
+            return 1;
+        case O::Down:
+            return 2;
+        case O::Left:
+            return 3;
+        case O::UpMirrored:
+            return 4;
+        case O::RightMirrored:
+            return 5;
+        case O::DownMirrored:
+            return 6;
+        case O::LeftMirrored:
+            return 7;
+    }
+    return 0;
+}

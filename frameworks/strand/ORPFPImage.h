@@ -16,6 +16,10 @@ class ORPFPImage : public rt::Object {
     static std::shared_ptr<ORPFPImage> initWithUIImage(const gfx::ImagePtr& image);
     static std::shared_ptr<ORPFPImage> withBitmap(gfx::BitmapPtr bitmap, double scale = 1);
 
+    // The pipe's rotation for a picture with this tag: quarter turns clockwise (0 to 3), plus 4
+    // when mirrored.
+    static unsigned long rotationModeWithImageOrientation(gfx::ImageOrientation orientation);
+
     const gfx::BitmapPtr& bitmap() const { return bitmap_; }
     double scale() const { return scale_; }
     // The pixels as an image of the original scale, upright; null without pixels.

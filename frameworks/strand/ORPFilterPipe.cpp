@@ -2,6 +2,17 @@
 
 ORV_DEFINE_CLASS(ORPFilterPipe, rt::Object)
 
+gfx::ImagePtr ORPFilterPipe::runOnce(const gfx::ImagePtr& image,
+                                     const std::function<void(ORPFilterPipe&)>& addFilters) {
+    auto pipe = rt::make<ORPFilterPipe>();
+    pipe->open();
+    addFilters(*pipe);
+    auto output = pipe->process(ORPFPImage::initWithUIImage(image));
+    gfx::ImagePtr result = output ? output->getUIImage() : nullptr;
+    pipe->close();
+    return result;
+}
+
 void ORPFilterPipe::init() {
     rt::Object::init();
     context_ = rt::make<ORPFPContext>();

@@ -1,6 +1,7 @@
 #pragma once
 // The filter pipe: filters at numbered positions, applied in ascending order of position.
 
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -13,6 +14,11 @@
 class ORPFilterPipe : public rt::Object {
     ORV_DECLARE_CLASS(ORPFilterPipe)
   public:
+    // The picture through a pipe of its own, opened, given its filters by `addFilters`, and
+    // closed again; null when the pipe gives no pixels back.
+    static gfx::ImagePtr runOnce(const gfx::ImagePtr& image,
+                                 const std::function<void(ORPFilterPipe&)>& addFilters);
+
     void init() override;
     void open();
     void close();  // drops the filters; a closed pipe passes pictures through unchanged

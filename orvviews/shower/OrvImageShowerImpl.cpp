@@ -2,9 +2,9 @@
 
 #include <functional>
 
+#include "frameworks/core/OrvImageColorCorrection.h"
 #include "frameworks/strand/ORPConfig.h"
 #include "frameworks/strand/ORPFPColorAdjustFilter_PropertyBuilder.h"
-#include "frameworks/strand/ORPFPColorCorrectionFilter_PropertyBuilder.h"
 #include "frameworks/strand/ORPFPConstants.h"
 #include "frameworks/strand/ORPFPOrvkitFaceEditPlasticFilter_PropertyBuilder.h"
 #include "frameworks/strand/ORPFPOrvkitImageFilter_AperturePropertyBuilder.h"
@@ -224,22 +224,10 @@ const ToolFilter* toolFilterFor(const std::string& code) {
 
 // --- One-shot rendering through a private pipe. ---
 
-gfx::ImagePtr runThroughPipe(const gfx::ImagePtr& image,
-                             const std::function<void(ORPFilterPipe&)>& addFilters) {
-    auto pipe = rt::make<ORPFilterPipe>();
-    pipe->open();
-    addFilters(*pipe);
-    auto output = pipe->process(ORPFPImage::initWithUIImage(image));
-    gfx::ImagePtr result = output ? output->getUIImage() : nullptr;
-    pipe->clearFilters();
-    pipe->close();
-    return result;
-}
-
 // One filter at `position`, told `property` when there is one.
 gfx::ImagePtr runOneFilter(const gfx::ImagePtr& image, long position, const char* typeName,
                            const std::optional<std::string>& name, const ORPFPProperty& property) {
-    return runThroughPipe(image, [&](ORPFilterPipe& pipe) {
+    return ORPFilterPipe::runOnce(image, [&](ORPFilterPipe& pipe) {
         auto filter = makeFilter(pipe, typeName, name);
         pipe.addFilter(filter, position);
         send(filter, property);
@@ -627,7 +615,7 @@ gfx::ImagePtr OrvImageShowerImpl::skinEditFilter(const gfx::ImagePtr& image, con
     auto skin = rt::make<SkinBuilder>();
     auto plastic = rt::make<PlasticBuilder>();
     for (const auto& arg : params->args()) routeSkinArg(skin.get(), plastic.get(), *arg);
-    return runThroughPipe(image, [&](ORPFilterPipe& pipe) {
+    return ORPFilterPipe::runOnce(image, [&](ORPFilterPipe& pipe) {
         auto skinFilter = makeFilter(pipe, ORPFPOrvkitImageFilter_TYPE_NAME,
                                      ORPFPOrvkitImageFilter_NAME_SkinHazy);
         auto plasticFilter =
@@ -641,14 +629,5 @@ gfx::ImagePtr OrvImageShowerImpl::skinEditFilter(const gfx::ImagePtr& image, con
 
 gfx::ImagePtr OrvImageShowerImpl::autoColorAnalysis(
     const gfx::ImagePtr& image, const std::shared_ptr<OrvNKImageColorArgument>& args) {
-    if (!image || !args) return nullptr;
-    auto builder = rt::make<ORPFPColorCorrectionFilter_PropertyBuilder>();
-    builder->args() = {args->maxR(), args->maxG(), args->maxB(), args->maxY(),
-                       args->minR(), args->minG(), args->minB(), args->minY(),
-                       args->midR(), args->midG(), args->midB()};
-    return runThroughPipe(image, [&](ORPFilterPipe& pipe) {
-        auto filter = makeFilter(pipe, ORPFPColorCorrectionFilter_TYPE_NAME, std::nullopt);
-        pipe.addFilter(filter, kOneShotFirst);
-        filter->setProperty(builder->makeProperty(), ORPFPColorCorrectionFilter_PROP_PARAM);
-    });
+    return orvColorCorrectedImage(image, args);
 }

@@ -68,6 +68,14 @@ gfx::ImagePtr OrvImageResultController::loadOrginImage() {
     return image;
 }
 
+codec::ImageMetadata OrvImageResultController::sourceMetadata() {
+    if (inputTempFilePath_ && OrvTSFileManager::isExistFileAtPath(inputTempFilePath_)) {
+        return orvMetadataWithContentsOfFile(*inputTempFilePath_);
+    }
+    const auto file = inputAsset_ ? inputAsset_->localFilePath() : std::nullopt;
+    return file ? orvMetadataWithContentsOfFile(*file) : codec::ImageMetadata{};
+}
+
 // ---- loading
 
 void OrvImageResultController::asyncLoadInputImageWithBlock(LoadBlock block) {
@@ -79,6 +87,7 @@ void OrvImageResultController::asyncLoadInputImageWithBlock(LoadBlock block) {
             auto image = std::dynamic_pointer_cast<gfx::Image>(object);
             if (!image) {
                 me->dismissHub();
+                if (me->onInputImageMissing()) return;
                 me->orvThrowWithReason("Did not find inputImage!");
             }
             me->onAsyncImageLoaded(image);

@@ -68,6 +68,10 @@ class OrvImageResultController : public OrvResultViewController {
     virtual bool checkImageValid(const gfx::ImagePtr& image,
                                  OrvTSAssetInterface::FullResolutionHandler handler);
 
+    // The EXIF of inputTempFilePath when that file exists, else of the asset's file on this
+    // device; none otherwise.
+    codec::ImageMetadata sourceMetadata() override;
+
     void viewWillDisappear(bool animated) override;
     void controllerWillDestory() override;
     void dealloc() override;
@@ -79,6 +83,10 @@ class OrvImageResultController : public OrvResultViewController {
     std::atomic<bool> downloadedFromServer{false};
 
     virtual void onAsyncImageLoaded(const gfx::ImagePtr& image);
+    // The load gave no picture. False raises the missing-input exception, which is right when
+    // the integrator gave no input at all; a subclass that can tell an unreadable input from a
+    // missing one reports it and answers true.
+    virtual bool onInputImageMissing() { return false; }
     virtual void updateImageWithDownloadedData(const gfx::ImagePtr& image);
     virtual void imageWillDisplay(const gfx::ImagePtr& image);
 

@@ -90,7 +90,7 @@ void OrvResultViewController::saveToTempWithResult(const ResultPtr& result) {
         // The JPEG bytes live only in this scope; the full-size bitmap goes before the write.
         if (enableShowHub) showHubWithStatus(orvLocalized("orv_save_saveToTemp", "正在处理..."));
         result->setImagePath(result->buildTempFile());
-        result->fixedMetadata();
+        prepareMetadata(result);
         auto data = orvJpegDataWithCompress(result->image(), outputCompress(), result->metadata());
         result->setImage(nullptr);
         written =
@@ -126,7 +126,7 @@ void OrvResultViewController::saveToAlbumWithResult(const ResultPtr& result) {
     {
         if (enableShowHub)
             showHubWithStatus(orvLocalized("orv_save_saveToAlbum", "正在保存到相册..."));
-        result->fixedMetadata();
+        prepareMetadata(result);
         auto me = self<OrvResultViewController>();
         OrvTSAssetsManager::saveWithImage(
             result->image(), outputCompress(), result->metadata(), saveToAlbumName_,
@@ -137,6 +137,11 @@ void OrvResultViewController::saveToAlbumWithResult(const ResultPtr& result) {
             nullptr);
         result->setImage(nullptr);
     }
+}
+
+void OrvResultViewController::prepareMetadata(const ResultPtr& result) {
+    if (result->metadata().empty()) result->setMetadata(sourceMetadata());
+    result->fixedMetadata();
 }
 
 void OrvResultViewController::onAlbumSaved(const ResultPtr& result,

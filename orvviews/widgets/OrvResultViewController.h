@@ -60,12 +60,17 @@ class OrvResultViewController : public OrvComponentsViewController {
     virtual void backUIThreadNotifyProcessingWithResult(const ResultPtr& result);
     virtual void saveToTempWithResult(const ResultPtr& result);
     virtual void saveToAlbumWithResult(const ResultPtr& result);
+    // The metadata of the photo the result was made from (its camera, dates and place), which a
+    // saved result without metadata of its own takes. Called on the saving thread; none here.
+    virtual codec::ImageMetadata sourceMetadata() { return {}; }
 
   protected:
     // Whether the saving road shows its progress in the hub.
     bool enableShowHub = true;
 
   private:
+    // Gives a result without metadata the source's, then fits it to the final pixels.
+    void prepareMetadata(const ResultPtr& result);
     void onAlbumSaved(const ResultPtr& result, std::shared_ptr<OrvTSAssetInterface> asset,
                       const std::shared_ptr<rt::Error>& error);
 

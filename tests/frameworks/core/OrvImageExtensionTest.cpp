@@ -4,8 +4,12 @@
 
 #include <string>
 
+#include "frameworks/core/OrvTSFileManager.h"
+#include "platform/codec/JpegSegments.h"
 #include "platform/codec/PngCodec.h"
 #include "platform/ui/Screen.h"
+#include "tests/platform/codec/CodecTestPictures.h"
+#include "tests/support/ExifTestPhotos.h"
 #include "tests/support/TestEnvironment.h"
 
 namespace {
@@ -131,6 +135,66 @@ TEST(OrvImageExtensionTest, JpegCarriesTheTagAsExifOrientation) {
     // A plain upright picture gets no EXIF block of its own invention.
     const auto bytes = orvJpegDataWithCompress(blank(8, 8), 2);
     EXPECT_TRUE(codec::ImageMetadata::fromJpeg(bytes.data(), bytes.size()).exif().empty());
+}
+
+class OrvImageExtensionExifTest : public ::testing::TestWithParam<int> {};
+
+TEST_P(OrvImageExtensionExifTest, ACameraPhotoTurnsUprightAndKeepsItsExifWhenWrittenAgain) {
+    using namespace orv::test;
+    const int exif = GetParam();
+    const std::string path = TestEnvironment::tempDir() + "/camera" + std::to_string(exif) + ".jpg";
+    ASSERT_FALSE(writeCameraJpeg(exif, path).empty());
+    const codec::ImageMetadata source = orvMetadataWithContentsOfFile(path);
+    EXPECT_EQ(source.exifOrientation(), exif);
+    EXPECT_EQ(cameraTags(source), (CameraTags{"2021:06:15 10:30:00", "OrvCam", "OrvCam X1",
+                                              "48, 51, 29.88N", " 2, 17, 40.20E"}));
+    EXPECT_TRUE(hasThumbnail(source));
+
+    const auto upright = orvImageRotatedToUp(imageWithContentsOfFile(path));
+    ASSERT_TRUE(upright && upright->bitmap());
+    EXPECT_TRUE(showsQuadrantsUpright(*upright->bitmap()));
+
+    const auto bytes =
+        orvJpegDataWithCompress(upright, 0.95, orvMetadataMatchingImage(upright, source));
+    const auto written = codec::ImageMetadata::fromJpeg(bytes.data(), bytes.size());
+    EXPECT_EQ(written.exifOrientation(), 1);
+    EXPECT_EQ(cameraTags(written), cameraTags(source));
+    EXPECT_FALSE(hasThumbnail(written));
+    const auto again = imageWithData(bytes);
+    ASSERT_TRUE(again && again->bitmap());
+    EXPECT_EQ(again->orientation(), ImageOrientation::Up);
+    EXPECT_LE(codec::test::maxDifference(*again->bitmap(), *upright->bitmap()), 12);
+}
+
+INSTANTIATE_TEST_SUITE_P(EightOrientations, OrvImageExtensionExifTest, ::testing::Range(1, 9));
+
+TEST(OrvImageExtensionTest, MetadataIsReadFromTheHeadOfAJpegOnly) {
+    const std::string dir = orv::test::TestEnvironment::tempDir();
+    // A profile larger than a first read of the head, spread over several segments.
+    codec::ImageMetadata profiled = orv::test::cameraMetadata(6);
+    std::vector<uint8_t> icc(200000);
+    for (size_t i = 0; i < icc.size(); ++i) icc[i] = static_cast<uint8_t>(i * 7);
+    profiled.setIccProfile(icc);
+    auto jpeg = codec::JpegCodec::encode(*codec::test::gradient(32, 32), 0.9, &profiled);
+    const size_t scan = codec::JpegSegments::walk(jpeg.data(), jpeg.size());
+    ASSERT_GT(scan, icc.size());
+    const auto write = [&](const std::string& name, size_t size) {
+        const std::vector<uint8_t> prefix(jpeg.begin(), jpeg.begin() + static_cast<long>(size));
+        EXPECT_TRUE(OrvTSFileManager::writeDataAtomically(prefix, dir + "/" + name));
+        return dir + "/" + name;
+    };
+    const auto whole = orvMetadataWithContentsOfFile(write("profiled.jpg", jpeg.size()));
+    EXPECT_EQ(whole.iccProfile(), icc);
+    EXPECT_EQ(whole.exif(), profiled.exif());
+    // Picture data cut short does not matter; a head cut short does.
+    EXPECT_EQ(orvMetadataWithContentsOfFile(write("cut-scan.jpg", scan + 20)).exif(),
+              profiled.exif());
+    EXPECT_TRUE(orvMetadataWithContentsOfFile(write("cut-head.jpg", scan - 1000)).empty());
+
+    const std::string png = dir + "/plain.png";
+    ASSERT_TRUE(codec::PngCodec::writeFile(*letters()->bitmap(), png));
+    EXPECT_TRUE(orvMetadataWithContentsOfFile(png).empty());
+    EXPECT_TRUE(orvMetadataWithContentsOfFile(dir + "/missing.jpg").empty());
 }
 
 }  // namespace

@@ -2,16 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
 #include <vector>
 
 #include "examples/orvdemo/LoopbackHttpServer.h"
 #include "frameworks/core/OrvImageExtension.h"
+#include "frameworks/core/OrvTSAsset.h"
 #include "frameworks/core/OrvTSAssetsManager.h"
 #include "frameworks/core/OrvTSFileManager.h"
 #include "orvviews/popup/OrvPopupProgress.h"
 #include "platform/codec/JpegCodec.h"
 #include "platform/rt/Exception.h"
 #include "platform/ui/EventInjector.h"
+#include "tests/support/ExifTestPhotos.h"
 #include "tests/support/ScreenFixture.h"
 #include "tests/support/TestEnvironment.h"
 
@@ -64,6 +67,7 @@ class InputController : public OrvImageResultController {
     bool preProcessWithImage(const gfx::ImagePtr&) override { return holdHub; }
     bool isDownloading() const { return downloading; }
     bool fromServer() const { return downloadedFromServer; }
+    void setHubShown(bool on) { enableShowHub = on; }
 };
 
 class OrvImageResultControllerTest : public orv::test::ScreenFixture {
@@ -85,6 +89,15 @@ class OrvImageResultControllerTest : public orv::test::ScreenFixture {
         EXPECT_TRUE(
             OrvTSFileManager::writeDataAtomically(orvJpegDataWithCompress(image, 0.9), path));
         return path;
+    }
+
+    // Saves the result as a tool does, from a background thread; the metadata of the file.
+    codec::ImageMetadata savedMetadata(const std::shared_ptr<OrvResult>& result) {
+        controller->setHubShown(false);
+        std::thread([&] { controller->saveToTempWithResult(result); }).join();
+        settle(0.1);
+        EXPECT_TRUE(result->imagePath());
+        return orvMetadataWithContentsOfFile(result->imagePath().value_or(""));
     }
 
     std::shared_ptr<InputController> controller;
@@ -309,6 +322,42 @@ TEST_F(OrvImageResultControllerTest, ThePreviewFadesInWithTheResultAndOutOnTap) 
     settle(0.4);
     EXPECT_TRUE(preview->isHidden());
     EXPECT_DOUBLE_EQ(preview->alpha(), 0);
+}
+
+class OrvImageResultControllerExifTest : public OrvImageResultControllerTest,
+                                         public ::testing::WithParamInterface<int> {};
+
+TEST_P(OrvImageResultControllerExifTest, AnUprightResultCarriesTheExifOfTheInputFile) {
+    using namespace orv::test;
+    const auto input = writeCameraJpeg(GetParam(), TestEnvironment::tempDir() + "/input.jpg");
+    controller->setInputTempFilePath(input);
+    auto result = OrvResult::result();
+    result->setImage(orvImageRotatedToUp(controller->loadOrginImage()));
+    const auto metadata = savedMetadata(result);
+    EXPECT_EQ(metadata.exifOrientation(), 1);
+    EXPECT_EQ(cameraTags(metadata), cameraTags(orvMetadataWithContentsOfFile(input)));
+    EXPECT_FALSE(hasThumbnail(metadata));
+    const auto saved = imageWithContentsOfFile(result->imagePath().value_or(""));
+    ASSERT_TRUE(saved && saved->bitmap());
+    EXPECT_TRUE(showsQuadrantsUpright(*saved->bitmap()));
+}
+
+INSTANTIATE_TEST_SUITE_P(EightOrientations, OrvImageResultControllerExifTest,
+                         ::testing::Range(1, 9));
+
+TEST_F(OrvImageResultControllerTest, AnAlbumPhotosExifTravelsUnlessTheResultHasItsOwn) {
+    using namespace orv::test;
+    const auto file = writeCameraJpeg(8, TestEnvironment::tempDir() + "/album-photo.jpg");
+    controller->setInputAsset(OrvTSAsset::assetWithPath(file));
+    auto result = OrvResult::result();
+    result->setImage(makeImage(32, 32));
+    EXPECT_EQ(cameraTags(savedMetadata(result)).make, "OrvCam");
+
+    codec::ImageMetadata own;
+    own.setExifOrientation(1);
+    result->setImage(makeImage(32, 32));
+    result->setMetadata(own);
+    EXPECT_EQ(cameraTags(savedMetadata(result)).make, "");
 }
 
 }  // namespace
