@@ -1,0 +1,12 @@
+#pragma once
+// Vignette: the parameter tool with one filter and its sliders.
+
+#include "orvviews/widgets/OrvFilterResultController.h"
+
+class OrvEditVignetteControllerBase : public OrvFilterResultController {
+    ORV_DECLARE_CLASS(OrvEditVignetteControllerBase)
+  public:
+    // The parameter set exists before the view is built and waits there for the picture.
+    void viewDidLoad() override;
+    virtual Params createFilterParams();
+};
