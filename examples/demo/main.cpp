@@ -1,11 +1,13 @@
 // The demo application: takes the bundled photos down the library's whole road as a user would,
-// on a stepped clock, and writes a picture of each screen state. The photo tool runs three
-// times: with a picture in memory (saved to a temporary JPEG), with a file (saved to the album)
-// and with an album photo that lies "in the cloud" (downloaded over HTTP from a server the demo
-// runs on the loopback, then saved to a temporary JPEG). Then the sticker tool: two stickers are
-// laid on the cat, dragged, pinched and turned by hand, and composed on the full-size photo with
-// a water mark. Last the filters: a contact sheet of the whole filter set on the astronaut, and
-// a filter screen whose strength slider is dragged by hand, and the frames of an animated GIF.
+// on a stepped clock, and writes a picture of each screen state. First, its main job: an editing
+// session on a 12-megapixel photo (vignette, HDR, undo, redo, auto adjust, sharpness, then the
+// full-size photo saved), with a line of timing and file size for each step. The photo tool runs
+// three times: with a picture in memory (saved to a temporary JPEG), with a file (saved to the
+// album) and with an album photo that lies "in the cloud" (downloaded over HTTP from a server the
+// demo runs on the loopback, then saved to a temporary JPEG). Then the sticker tool: two stickers
+// are laid on the cat, dragged, pinched and turned by hand, and composed on the full-size photo
+// with a water mark. Last the filters: a contact sheet of the whole filter set on the astronaut,
+// and a filter screen whose strength slider is dragged by hand, and the frames of an animated GIF.
 //
 //     orv-demo [--out <folder>]
 
@@ -20,6 +22,7 @@
 #include <string>
 #include <vector>
 
+#include "examples/orvdemo/EditingTour.h"
 #include "examples/orvdemo/FilterContactSheet.h"
 #include "examples/orvdemo/FilterDemoController.h"
 #include "examples/orvdemo/GifFrameSheet.h"
@@ -94,8 +97,13 @@ class Session {
         std::printf("OrvViews demo: screens written to %s\n", out_.c_str());
         shoot("home");
 
-        if (!server_.start()) return fail("the loopback server did not start");
         const auto photos = orv::rt::Bundle::main().resourcePath() + "/photos/";
+        std::printf("photo editor, on dragonfly.jpg:\n");
+        orvdemo::EditingTour tour(window_, home_.get(),
+                                  [this](const std::string& name) { shoot(name); });
+        if (!tour.run(photos + "dragonfly.jpg", (out_ / "edited-dragonfly.jpg").string())) return 1;
+
+        if (!server_.start()) return fail("the loopback server did not start");
         auto cup = imageWithContentsOfFile(photos + "coffee.png");
         if (!cup) return fail("the bundled photos are missing");
         server_.addFile("/cloud/coffee.jpg", orvJpegDataWithCompress(cup, 0.9), "image/jpeg",

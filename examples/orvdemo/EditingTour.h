@@ -1,0 +1,52 @@
+#pragma once
+// The demo's main job: a scripted editing session on a phone-sized photo, driven by touches as
+// a user would drive it. The editor opens on a copy of the photo; vignette, HDR, undo, redo,
+// auto adjust and sharpness follow; finishing saves the full-size photo. Each step prints the
+// time it took and the size of its file, and a picture of every screen state is taken.
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "examples/orvdemo/EditorComponent.h"
+#include "platform/ui/Window.h"
+
+namespace orvdemo {
+
+class EditingTour {
+  public:
+    using Shoot = std::function<void(const std::string& name)>;
+
+    EditingTour(std::shared_ptr<ui::Window> window, ui::ViewController* home, Shoot shoot)
+        : window_(std::move(window)), home_(home), shoot_(std::move(shoot)) {}
+
+    // Edits `photo` and writes the result to `output`; false, with the reason on stderr, when a
+    // step did not happen as a user would expect.
+    bool run(const std::string& photo, const std::string& output);
+
+  private:
+    bool open(const std::string& photo);
+    // Opens a one-filter tool from the bar, moves its slider to `progress`, and applies it.
+    bool applyTool(long action, const std::string& name, double progress);
+    bool undoRedo();
+    bool autoAdjust();
+    bool finish(const std::string& output);
+
+    // Runs the loop until `done`, for up to `seconds` of real time.
+    bool waitFor(const std::function<bool()>& done, double seconds = 120);
+    void tap(ui::View& view);
+    // A line of the session's log: what happened, how long it took, the size of the new step.
+    void report(const char* what, std::chrono::steady_clock::time_point since);
+    bool fail(const std::string& why);
+
+    std::shared_ptr<ui::Window> window_;
+    ui::ViewController* home_;
+    Shoot shoot_;
+    std::shared_ptr<EditorComponent> component_;
+    std::shared_ptr<EditorController> editor_;
+    std::shared_ptr<OrvResult> delivered_;
+    bool called_ = false;
+};
+
+}  // namespace orvdemo
