@@ -43,6 +43,7 @@
 #include "orvviews/views/OrvViewControllerExtension.h"
 #include "platform/rt/Bundle.h"
 #include "platform/rt/Error.h"
+#include "platform/rt/Memory.h"
 #include "platform/rt/RunLoop.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/EventInjector.h"
@@ -407,6 +408,9 @@ class Session {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // A photo editor renders full-size temporaries on worker threads: they go back to the
+    // system when freed instead of staying in the allocator's pools.
+    orv::rt::Memory::returnLargeAllocationsAtOnce();
     fs::path out = "out";
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--out") == 0 && i + 1 < argc) out = argv[++i];

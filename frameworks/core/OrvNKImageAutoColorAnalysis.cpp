@@ -1,5 +1,7 @@
 #include "frameworks/core/OrvNKImageAutoColorAnalysis.h"
 
+#include "platform/rt/Memory.h"
+
 #include "frameworks/core/OrvImageColorCorrection.h"
 #include "frameworks/core/OrvImageExtension.h"
 #include "frameworks/core/OrvTSFileManager.h"
@@ -51,6 +53,7 @@ void OrvNKImageAutoColorAnalysis::copyAnalysisWithInput(const std::string& input
     OrvThread::initWithStart(
         [input, output, args = arguments_, written]() -> std::shared_ptr<rt::Object> {
             *written = writeCorrectedCopy(input, output, args);
+            rt::Memory::releaseFreeMemory();
             return nullptr;
         },
         [me, resets, output, written, block = std::move(block)](std::shared_ptr<rt::Object>) {

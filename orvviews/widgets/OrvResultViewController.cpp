@@ -12,6 +12,7 @@
 #include "frameworks/core/OrvWaterMarkOption.h"
 #include "orvviews/widgets/sticker/OrvStickerFactory.h"
 #include "platform/gfx/TextLayout.h"
+#include "platform/rt/Memory.h"
 #include "platform/rt/RunLoop.h"
 #include "platform/ui/Screen.h"
 
@@ -63,6 +64,8 @@ void OrvResultViewController::asyncProcessingIfNeedSave(const ResultPtr& result)
         }
     }
     OrvStatistics::appendWithComponentIdt(kResultPipelineIdt);
+    // The full-size render and its save are over: what they freed goes back to the system.
+    rt::Memory::releaseFreeMemory();
 }
 
 void OrvResultViewController::notifyProcessingWithResult(const ResultPtr&) {

@@ -17,6 +17,10 @@ constexpr float kMaxAmount = 1.5f;
 constexpr float kMinSigma = 1.0f, kSigmaRange = 0.5f;
 // Differences below twice this many levels are taken in part only, so noise is not sharpened.
 constexpr float kThreshold = 2.0f;
+// Rows a band of the luma plane holds, and how far beyond it (in sigmas) the band reads so that
+// the blur's tails are the same as over the whole picture.
+constexpr int kBandRows = 256;
+constexpr double kHaloSigmas = 8;
 
 // Adds the luma detail, shaped against noise, to the colours.
 template <int N>
@@ -55,19 +59,28 @@ gfx::BitmapPtr UnsharpMask::apply(const gfx::Bitmap& src, const SharpenSettings&
     if (!(sharpness > 0) || width <= 0 || height <= 0) return std::make_shared<gfx::Bitmap>(src);
 
     // Only the luma is sharpened: the colours all move by the same amount, so edges get no
-    // coloured fringes, and one plane is blurred instead of four.
-    Plane blurred{width, height, std::vector<float>(size_t(width) * height)};
-    PixelBlocks::run(width, height, [&](int y, int x, auto count) {
-        lumaBlock<count()>(src.pixel(x, y), &blurred.at(x, y));
-    });
-    GaussianBlur::applyInPlace(blurred, kMinSigma + kSigmaRange * sharpness);
-
+    // coloured fringes, and one plane is blurred instead of four. The plane is made and blurred
+    // a band of rows at a time, with enough rows beyond the band that the blur's tails reach
+    // nothing it doesn't see: a full-size float plane would weigh as much as the picture.
+    const double sigma = kMinSigma + kSigmaRange * sharpness;
+    const int halo = static_cast<int>(std::ceil(kHaloSigmas * sigma));
     const float amount = kMaxAmount * sharpness;
     auto out = std::make_shared<gfx::Bitmap>(width, height, src.format());
-    PixelBlocks::run(width, height, [&](int y, int x, auto count) {
-        sharpenBlock<count()>(src.pixel(x, y), &blurred.at(x, y), amount,
-                              out->mutableRow(y) + 4 * size_t(x));
-    });
+    Plane blurred{width, 0, {}};
+    for (int top = 0; top < height; top += kBandRows) {
+        const int rows = std::min(kBandRows, height - top);
+        const int from = std::max(0, top - halo), to = std::min(height, top + rows + halo);
+        blurred.height = to - from;
+        blurred.data.resize(size_t(width) * blurred.height);
+        PixelBlocks::run(width, blurred.height, [&](int y, int x, auto count) {
+            lumaBlock<count()>(src.pixel(x, from + y), &blurred.at(x, y));
+        });
+        GaussianBlur::applyInPlace(blurred, sigma);
+        PixelBlocks::run(width, rows, [&](int y, int x, auto count) {
+            sharpenBlock<count()>(src.pixel(x, top + y), &blurred.at(x, top + y - from), amount,
+                                  out->mutableRow(top + y) + 4 * size_t(x));
+        });
+    }
     return out;
 }
 
