@@ -35,8 +35,10 @@ bench: release
 	./build/release/bench/orv_bench_codec
 	./build/release/bench/orv_bench_resample
 	./build/release/bench/orv_bench_temp_save
+	./build/release/bench/orv_bench_session_peak
 	./build/release/bench/orv_bench_compose
 	./build/release/bench/orv_bench_filters
+	./build/release/bench/orv_bench_tools
 
 # The decoders under libFuzzer (clang, AddressSanitizer, UBSan): builds build/fuzz, then runs
 # each target for FUZZ_SECONDS over its seeds. New inputs go to build/fuzz/corpus, crashes to

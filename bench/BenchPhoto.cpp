@@ -21,9 +21,11 @@ using gfx::BitmapPtr;
 
 const std::string kDataDir = ORV_BENCH_DATA_DIR;
 
-// A bundled photo when there is one, else a sample picture that ships with the system.
+// The bundled phone photo, else another bundled photo, else a sample picture that ships with
+// the system.
 std::string sourcePhoto() {
     const fs::path bundled = fs::path(ORV_SOURCE_RESOURCES) / "photos";
+    if (fs::exists(bundled / "dragonfly.jpg")) return (bundled / "dragonfly.jpg").string();
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(bundled, error)) {
         const std::string ext = entry.path().extension().string();
@@ -46,11 +48,15 @@ void addGrain(Bitmap& bitmap) {
     }
 }
 
-// The source cut to 4:3 around its centre and brought to 4000 × 3000.
+// The source cut to 4:3 around its centre and brought to 4000 × 3000. A source that had to be
+// enlarged gets grain; a phone-sized photo has its own.
 BitmapPtr makePhoto() {
     const auto source = codec::ImageReader::readFile(sourcePhoto());
     if (!source) return nullptr;
     const Bitmap& b = *source->bitmap;
+    if (b.width() == BenchPhoto::kWidth && b.height() == BenchPhoto::kHeight) {
+        return source->bitmap;
+    }
     const int w = std::min(b.width(), b.height() * 4 / 3), h = w * 3 / 4;
     const auto cut = gfx::BitmapOps::cropped(b, (b.width() - w) / 2, (b.height() - h) / 2, w, h);
     const auto big =
@@ -94,20 +100,22 @@ bool ensureFiles(const std::string& jpeg, const std::string& ppm) {
     return writeBytes(cameraJpeg(*photo), jpeg) && BenchPhoto::writePpm(*photo, ppm);
 }
 
-std::string ensured(const std::string& name) {
-    const std::string jpeg = kDataDir + "/photo-12mp.jpg", ppm = kDataDir + "/photo-12mp.ppm";
-    if (!ensureFiles(jpeg, ppm)) return {};
-    return kDataDir + "/" + name;
+// The files are named after their source, so that a new bundled photo is not shadowed by the
+// files made from the one before.
+std::string ensured(const std::string& extension) {
+    const std::string stem = kDataDir + "/" + fs::path(sourcePhoto()).stem().string() + "-12mp";
+    if (!ensureFiles(stem + ".jpg", stem + ".ppm")) return {};
+    return stem + extension;
 }
 
 }  // namespace
 
 std::string BenchPhoto::jpegPath() {
-    return ensured("photo-12mp.jpg");
+    return ensured(".jpg");
 }
 
 std::string BenchPhoto::ppmPath() {
-    return ensured("photo-12mp.ppm");
+    return ensured(".ppm");
 }
 
 BitmapPtr BenchPhoto::readPpm(const std::string& path) {

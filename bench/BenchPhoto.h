@@ -1,7 +1,8 @@
 #pragma once
-// The 12-megapixel photo the codec benchmarks work on: a bundled photo (or a sample picture
-// when none is bundled yet) brought to 4000 × 3000 with a light film grain, so that the JPEG
-// has the fine detail of a camera's. Made once and kept under the build tree.
+// The 12-megapixel photo the codec benchmarks work on: the bundled phone photo (4000 × 3000),
+// or, without it, another bundled photo or a sample picture brought to that size with a light
+// film grain, so that the JPEG has the fine detail of a camera's. Made once and kept under the
+// build tree.
 
 #include <string>
 

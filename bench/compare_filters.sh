@@ -2,7 +2,8 @@
 # Times our blur and sharpen against the usual command-line tools on the same 12 MP photo, one
 # whole process each, binary PPM in and out for every tool:
 #   - gaussian blur of sigma 10: ours, `vips gaussblur`, ImageMagick `-gaussian-blur 0x10`;
-#   - the sharpen tool's default: ours, `vips sharpen` (its defaults).
+#   - the sharpen tool's default: ours, `vips sharpen` (its defaults, which sharpen far less
+#     than ours: bench/compare_sharpen.sh compares the two at equal strength).
 # Usage: bench/compare_filters.sh [BUILD_DIR] (default build/release; RUNS=5 by default, and
 #        SLOW_RUNS=1 for ImageMagick's blur, which takes minutes; CONVERT names its convert).
 set -euo pipefail

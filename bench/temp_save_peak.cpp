@@ -5,50 +5,17 @@
 //
 //     orv_bench_temp_save [width height]
 
-#include <unistd.h>
-
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <thread>
 
+#include "bench/ResidentMemory.h"
 #include "frameworks/core/OrvTSFileManager.h"
 #include "orvviews/widgets/OrvResultViewController.h"
 #include "platform/rt/RunLoop.h"
 
 namespace {
-
-long residentKiB() {
-    std::ifstream statm("/proc/self/statm");
-    long size = 0, resident = 0;
-    statm >> size >> resident;
-    return resident * (::sysconf(_SC_PAGESIZE) / 1024);
-}
-
-// Samples the resident size every millisecond while the save runs.
-class Sampler {
-  public:
-    Sampler() : thread_([this] { loop(); }) {}
-    ~Sampler() {
-        running_ = false;
-        thread_.join();
-    }
-    long peak() const { return peak_; }
-
-  private:
-    void loop() {
-        while (running_) {
-            long now = residentKiB();
-            if (now > peak_) peak_ = now;
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-    }
-    std::atomic<bool> running_{true};
-    std::atomic<long> peak_{0};
-    std::thread thread_;
-};
 
 // Records the resident size when the pipeline hands the result on, which happens right after
 // the write.
@@ -56,7 +23,7 @@ class MeasuringController : public OrvResultViewController {
   public:
     long atDelivery = 0;
     void backUIThreadNotifyProcessingWithResult(const ResultPtr& result) override {
-        atDelivery = residentKiB();
+        atDelivery = orv::bench::residentKiB();
         OrvResultViewController::backUIThreadNotifyProcessingWithResult(result);
     }
 };
@@ -84,17 +51,17 @@ int main(int argc, char** argv) {
     auto controller = orv::rt::make<MeasuringController>();
     controller->setSaveToTemp(true);
 
-    const long before = residentKiB();
+    const long before = orv::bench::residentKiB();
     auto result = OrvResult::result();
     result->setImage(photoLikeImage(width, height));
-    const long withImage = residentKiB();
+    const long withImage = orv::bench::residentKiB();
     long peak = 0;
     {
-        Sampler sampler;
+        orv::bench::ResidentSampler sampler;
         std::thread([&] { controller->asyncProcessingIfNeedSave(result); }).join();
-        peak = sampler.peak();
+        peak = sampler.peakKiB();
     }
-    const long after = residentKiB();
+    const long after = orv::bench::residentKiB();
     const auto bytes = OrvTSFileManager::readDataAtPath(result->imagePath().value_or(""));
     std::printf("temporary save of %dx%d (bitmap %.1f MiB, JPEG %.1f MiB)\n", width, height,
                 width * 4.0 * height / (1 << 20), bytes ? bytes->size() / double(1 << 20) : 0.0);

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "platform/gfx/BitmapOps.h"
 #include "platform/rt/Exception.h"
 
 namespace orv::gfx {
@@ -25,10 +26,11 @@ bool isRedFirst(PixelFormat f) {
 
 // Copies one row while swapping red and blue and/or forcing alpha to opaque.
 void convertRow(const uint8_t* src, uint8_t* dst, int width, bool swapRB, bool opaque) {
+    if (swapRB) return BitmapOps::swapRedBlueRow(src, dst, width, opaque);
     for (int x = 0; x < width; ++x, src += 4, dst += 4) {
-        dst[0] = swapRB ? src[2] : src[0];
+        dst[0] = src[0];
         dst[1] = src[1];
-        dst[2] = swapRB ? src[0] : src[2];
+        dst[2] = src[2];
         dst[3] = opaque ? 255 : src[3];
     }
 }

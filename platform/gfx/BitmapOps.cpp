@@ -1,6 +1,7 @@
 #include "platform/gfx/BitmapOps.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <vector>
@@ -272,6 +273,30 @@ BitmapPtr BitmapOps::oriented(const Bitmap& source, ImageOrientation orientation
                                         turn ? source.width() : source.height(), source.format());
     if (out->width() > 0 && out->height() > 0) copyWalk(walkFor(source, orientation), *out);
     return out;
+}
+
+void BitmapOps::swapRedBlueRow(const uint8_t* src, uint8_t* dst, int count, bool opaque) {
+    static_assert(std::endian::native == std::endian::little, "pixels are read as words");
+    // A pixel is one little-endian word: the first byte is its low 8 bits, the third the bits
+    // from 16. Word operations on a fixed run of pixels vectorise; byte moves do not.
+    const uint32_t alpha = opaque ? 0xFF000000u : 0;
+    auto swap = [alpha](uint32_t v) {
+        return (v & 0xFF00FF00u) | ((v >> 16) & 0xFFu) | ((v & 0xFFu) << 16) | alpha;
+    };
+    constexpr int kRun = 8;
+    int i = 0;
+    for (; i + kRun <= count; i += kRun) {
+        uint32_t words[kRun];
+        std::memcpy(words, src + 4 * static_cast<size_t>(i), sizeof words);
+        for (uint32_t& w : words) w = swap(w);
+        std::memcpy(dst + 4 * static_cast<size_t>(i), words, sizeof words);
+    }
+    for (; i < count; ++i) {
+        uint32_t w;
+        std::memcpy(&w, src + 4 * static_cast<size_t>(i), 4);
+        w = swap(w);
+        std::memcpy(dst + 4 * static_cast<size_t>(i), &w, 4);
+    }
 }
 
 void BitmapOps::premultiplyRow(uint8_t* pixels, int count) {

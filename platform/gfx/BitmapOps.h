@@ -25,6 +25,11 @@ class BitmapOps {
     // `source` with `orientation`. Up gives a copy.
     static BitmapPtr oriented(const Bitmap& source, ImageOrientation orientation);
 
+    // Copies `count` four-byte pixels with their first and third bytes traded (R, G, B, A to
+    // B, G, R, A and back); with `opaque` the fourth byte becomes 255. `src` and `dst` may be
+    // the same row but must not otherwise overlap.
+    static void swapRedBlueRow(const uint8_t* src, uint8_t* dst, int count, bool opaque = false);
+
     // Straight alpha to premultiplied and back, in place, for `count` four-byte pixels whose
     // alpha is the fourth byte.
     static void premultiplyRow(uint8_t* pixels, int count);

@@ -40,6 +40,21 @@ TEST(BitmapTest, RedBlueSwapRoundTripsAndTightensRows) {
     }
 }
 
+TEST(BitmapTest, RedBlueSwapHoldsForEveryPixelOfALongRow) {
+    // Long rows are converted several pixels a step, then pixel by pixel: 19 takes both paths.
+    constexpr int kWidth = 19;
+    std::vector<uint8_t> bytes(4 * kWidth);
+    for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<uint8_t>(i * 7 + 1);
+    const Bitmap src(kWidth, 1, PixelFormat::RGBA8888Premultiplied, 0, bytes);
+    const auto bgra = src.converted(PixelFormat::BGRA8888Premultiplied);
+    const auto bgrx = src.converted(PixelFormat::BGRX8888);
+    for (int x = 0; x < kWidth; ++x) {
+        const uint8_t* p = &bytes[4 * x];
+        EXPECT_EQ(at(*bgra, x, 0), (std::array<uint8_t, 4>{p[2], p[1], p[0], p[3]})) << x;
+        EXPECT_EQ(at(*bgrx, x, 0), (std::array<uint8_t, 4>{p[2], p[1], p[0], 255})) << x;
+    }
+}
+
 TEST(BitmapTest, OpaqueFormatKeepsPremultipliedColourAndDropsAlpha) {
     const auto bgrx = sample().converted(PixelFormat::BGRX8888);
     EXPECT_EQ(at(*bgrx, 1, 0), (std::array<uint8_t, 4>{100, 0, 0, 255}));
