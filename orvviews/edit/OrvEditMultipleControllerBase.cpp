@@ -132,6 +132,8 @@ bool OrvEditMultipleControllerBase::checkImageValid(
     inputAsset()->asyncFullResolutionImage([me, result, handler](gfx::ImagePtr full,
                                                                  double progress,
                                                                  std::shared_ptr<rt::Error> error) {
+        // Once downloaded, the photo's file carries its EXIF for the first step.
+        if (full && result->metadata().empty()) result->setMetadata(me->sourceMetadata());
         result->setImage(std::move(full));
         handler(me->handleImageData(result), progress, error);
     });

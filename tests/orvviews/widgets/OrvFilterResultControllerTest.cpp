@@ -102,7 +102,7 @@ class OrvFilterResultControllerTest : public orv::test::ScreenFixture {
         tool->setDelegate(receiver);
         showRoot(tool);
         // Loading runs on a thread of its own: wait for the first render.
-        RunLoop::main().runUntil([&] { return !tool->defaultStyleView() || preview(*tool); });
+        RunLoop::main().runUntil([&] { return !tool->defaultStyleView() || preview(*tool); }, 60);
         settle();
         return tool;
     }
@@ -110,7 +110,7 @@ class OrvFilterResultControllerTest : public orv::test::ScreenFixture {
     std::shared_ptr<OrvResult> finish(OrvFilterResultController& tool) {
         const size_t before = receiver->results.size();
         tool.onImageCompleteAtion();
-        RunLoop::main().runUntil([&] { return receiver->results.size() > before; });
+        RunLoop::main().runUntil([&] { return receiver->results.size() > before; }, 60);
         return receiver->results.size() > before ? receiver->results.back() : nullptr;
     }
 
