@@ -106,9 +106,7 @@ gfx::ImagePtr OrvEditMultipleControllerBase::readInput(const std::shared_ptr<Orv
 gfx::ImagePtr OrvEditMultipleControllerBase::handleImageData(
     const std::shared_ptr<OrvResult>& result) {
     if (!result->image()) return nullptr;
-    auto types = getRatioTypes();
-    if (types.empty()) types = OrvRatioType::orvOrvKitRatioDefaultTypes();
-    const float ratio = OrvRatioType::ratio(types.front());
+    const float ratio = OrvRatioType::ratio(getRatioTypes().front());
     const double limit = limitSize();
     // Steps are stored upright, so every tool and every later reader sees the same pixels.
     result->setImage(

@@ -329,3 +329,31 @@ TEST_F(OrvEditMultipleControllerBaseTest, AnUnwritableTemporaryFolderLosesNoStep
     EXPECT_EQ(editor->undo(), steps);
     EXPECT_TRUE(exists(steps[0]));
 }
+
+// An album photo that lies in the cloud, whose download the test plays by hand.
+class CloudAsset : public orv::rt::Object, public OrvTSAssetInterface {
+  public:
+    FullResolutionHandler handler;
+    gfx::ImagePtr fullResolutionImage() override { return nullptr; }
+    void asyncFullResolutionImage(FullResolutionHandler h) override { handler = std::move(h); }
+    void cancelLoadFullResolutionImage() override {}
+    std::string localIdentifier() const override { return "cloud"; }
+};
+
+TEST_F(OrvEditMultipleControllerBaseTest, ACloudPhotoBecomesTheFirstStepOnceDownloaded) {
+    auto asset = orv::rt::make<CloudAsset>();
+    auto editor = orv::rt::make<Editor>();
+    editor->setInputAsset(asset);
+    showRoot(editor);
+    RunLoop::main().runUntil([&] { return asset->handler != nullptr; });
+    ASSERT_TRUE(asset->handler) << "the placeholder starts the download";
+    editor->onImageCompleteAtion();  // during the download: nothing happens
+    asset->handler(nullptr, 0.5, nullptr);
+    settle();
+    EXPECT_TRUE(editor->undo().empty());
+    asset->handler(makePicture(300, 200), 1.0, nullptr);
+    RunLoop::main().runUntil([&] { return !editor->shown.empty(); });
+    ASSERT_EQ(editor->undo().size(), 1u);
+    EXPECT_EQ(imageWithContentsOfFile(editor->undo()[0])->size().width, 300);
+    EXPECT_TRUE(finish(*editor)) << "finishing works after the download";
+}
