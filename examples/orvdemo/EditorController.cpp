@@ -175,8 +175,9 @@ std::shared_ptr<OrvFilterResultController> EditorController::makeParameterTool(l
 
 void EditorController::onEditWithAction(long action) {
     const auto step = lastStepTemp();
+    if (!step || openTool()) return;
     auto tool = makeParameterTool(action);
-    if (!tool || !step || openTool()) return;
+    if (!tool) return;
     tool->setInputTempFilePath(step);
     tool->setSaveToTemp(true);
     tool->setDelegate(
