@@ -126,15 +126,18 @@ bool OrvEditMultipleControllerBase::checkImageValid(
     const gfx::ImagePtr& image, OrvTSAssetInterface::FullResolutionHandler handler) {
     if (!image || (image->size().width > 0 && image->size().height > 0)) return true;
     auto result = OrvResult::result();
-    auto me = self<OrvEditMultipleControllerBase>();
-    inputAsset()->asyncFullResolutionImage([me, result, handler](gfx::ImagePtr full,
-                                                                 double progress,
-                                                                 std::shared_ptr<rt::Error> error) {
-        // Once downloaded, the photo's file carries its EXIF for the first step.
-        if (full && result->metadata().empty()) result->setMetadata(me->sourceMetadata());
-        result->setImage(std::move(full));
-        handler(me->handleImageData(result), progress, error);
-    });
+    // The asset may keep the block as long as it lives, and the session holds the asset.
+    std::weak_ptr<OrvEditMultipleControllerBase> weak = self<OrvEditMultipleControllerBase>();
+    inputAsset()->asyncFullResolutionImage(
+        [weak, result, handler](gfx::ImagePtr full, double progress,
+                                std::shared_ptr<rt::Error> error) {
+            auto me = weak.lock();
+            if (!me) return;
+            // Once downloaded, the photo's file carries its EXIF for the first step.
+            if (full && result->metadata().empty()) result->setMetadata(me->sourceMetadata());
+            result->setImage(std::move(full));
+            handler(me->handleImageData(result), progress, error);
+        });
     return false;
 }
 
