@@ -37,9 +37,11 @@ double scaleFromFileName(const std::string& path) {
     return scale > 0 ? scale : 1;
 }
 
-ImagePtr imageFromFile(const std::string& path, int maxLongSide) {
+ImagePtr imageFromFile(const std::string& path, int maxLongSide,
+                       codec::ImageMetadata* metadata = nullptr) {
     auto decoded = codec::ImageReader::readFile(path, maxLongSide);
     if (!decoded || !decoded->bitmap) return nullptr;
+    if (metadata) *metadata = std::move(decoded->metadata);
     return gfx::Image::withBitmap(decoded->bitmap, scaleFromFileName(path), decoded->orientation);
 }
 
@@ -111,8 +113,9 @@ gfx::ImagePtr orvFullScreenImageWithContentsOfFile(const std::string& path) {
     return imageFromFile(path, orvFullScreenPixelLimit());
 }
 
-gfx::ImagePtr orvImageWithContentsOfFileLimit(const std::string& path, int maxLongSide) {
-    return imageFromFile(path, maxLongSide);
+gfx::ImagePtr orvImageWithContentsOfFileLimit(const std::string& path, int maxLongSide,
+                                              codec::ImageMetadata* metadata) {
+    return imageFromFile(path, maxLongSide, metadata);
 }
 
 gfx::ImagePtr imageWithData(const std::vector<uint8_t>& data) {

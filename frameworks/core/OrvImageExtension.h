@@ -19,8 +19,10 @@
 gfx::ImagePtr imageWithContentsOfFile(const std::string& path);
 // The same, reduced while it is decoded to what orvFullScreenImageKeepOrientation keeps.
 gfx::ImagePtr orvFullScreenImageWithContentsOfFile(const std::string& path);
-// The same, its stored long side brought down to at most `maxLongSide` pixels (0: full size).
-gfx::ImagePtr orvImageWithContentsOfFileLimit(const std::string& path, int maxLongSide);
+// The same, its stored long side brought down to at most `maxLongSide` pixels (0: full size),
+// and, when asked, the file's metadata from the same read.
+gfx::ImagePtr orvImageWithContentsOfFileLimit(const std::string& path, int maxLongSide,
+                                              codec::ImageMetadata* metadata = nullptr);
 // The picture in memory (JPEG, PNG or WebP bytes).
 gfx::ImagePtr imageWithData(const std::vector<uint8_t>& data);
 

@@ -83,10 +83,11 @@ bool OrvNKImageAutoColorAnalysis::writeCorrectedCopy(const std::string& input,
                                                      const std::string& output,
                                                      const Arguments& args) {
     if (!args) return false;
-    const codec::ImageMetadata metadata = orvMetadataWithContentsOfFile(input);
+    codec::ImageMetadata metadata;
     // A 12 MP photo is 48 MB a bitmap: each step lets go of its input as soon as its output
     // exists, so no more than two full bitmaps are alive at once.
-    gfx::ImagePtr upright = orvImageRotatedToUp(imageWithContentsOfFile(input));
+    gfx::ImagePtr upright =
+        orvImageRotatedToUp(orvImageWithContentsOfFileLimit(input, 0, &metadata));
     if (!upright) return false;
     gfx::ImagePtr corrected = orvColorCorrectedImage(upright, args);
     upright = nullptr;

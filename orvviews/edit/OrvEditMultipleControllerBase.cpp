@@ -86,12 +86,13 @@ gfx::ImagePtr OrvEditMultipleControllerBase::readInput(const std::shared_ptr<Orv
     const auto& path = inputTempFilePath();
     gfx::ImagePtr image;
     if (hasFile(path)) {
-        result->setMetadata(orvMetadataWithContentsOfFile(*path));
         // Without a ratio to crop to, the decoder can reduce the picture to the step's size
         // while it reads, which keeps a large photo from ever being whole in memory.
         const bool crops = OrvRatioType::ratio(getRatioTypes().front()) > 0;
+        codec::ImageMetadata metadata;
         image = orvImageWithContentsOfFileLimit(
-            *path, crops ? 0 : static_cast<int>(std::ceil(limitSize())));
+            *path, crops ? 0 : static_cast<int>(std::ceil(limitSize())), &metadata);
+        result->setMetadata(std::move(metadata));
     } else if (inputAsset()) {
         result->setMetadata(sourceMetadata());
         image = inputAsset()->fullResolutionImage();
@@ -273,9 +274,10 @@ void OrvEditMultipleControllerBase::onImageCompleteAtion() {
 }
 
 void OrvEditMultipleControllerBase::asyncEditWithResult(const ResultPtr& result) {
-    result->setImage(imageWithContentsOfFile(*result->imagePath()));
     // The step carries the photo's EXIF; the result takes it on to the saved file.
-    result->setMetadata(orvMetadataWithContentsOfFile(*result->imagePath()));
+    codec::ImageMetadata metadata;
+    result->setImage(orvImageWithContentsOfFileLimit(*result->imagePath(), 0, &metadata));
+    result->setMetadata(std::move(metadata));
     if (waterMarkOption()) result->setImage(addWaterMarkToImage(result->image()));
     OrvTSLog::debug("asyncEditWithResult: %s",
                     gfx::toString(result->image() ? result->image()->size() : gfx::Size{}).c_str());
