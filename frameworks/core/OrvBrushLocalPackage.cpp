@@ -139,8 +139,10 @@ bool OrvBrushLocalPackage::loadBrushData(const std::shared_ptr<OrvBrush>& brush)
         OrvTSLog::warn("brush \"%s\" has no picture to load", brush->code().c_str());
         return false;
     }
-    if (auto image = imageORVResourceNamed(kImageDirectory, name)) {
-        brush->setImage(std::move(image));
+    if (auto image = imageORVResourceNamed(kImageDirectory, name); image && image->bitmap()) {
+        // Stamping measures brushes in pixels, so the picture is kept at scale 1 whichever
+        // resolution the screen chose.
+        brush->setImage(gfx::Image::withBitmap(image->bitmap(), 1));
         return true;
     }
     OrvTSLog::warn("brush \"%s\": no readable picture %s in %s/%s", brush->code().c_str(),

@@ -42,8 +42,9 @@ class OrvBrushLocalPackage : public rt::Object {
     // The brushes of those codes in that order, unknown codes left out.
     std::vector<std::shared_ptr<OrvBrush>> brushWithCodes(
         const std::vector<std::string>& codes) const;
-    // Fills the brush's picture from its PNG at the best scale for the screen, unless it has one
-    // already; true when it has one afterwards. Safe on any thread.
+    // Fills the brush's picture from its PNG at the best resolution for the screen, unless it has
+    // one already; true when it has one afterwards. The picture has scale 1, so its size is its
+    // pixel size. Safe on any thread.
     bool loadBrushData(const std::shared_ptr<OrvBrush>& brush) const;
     // Shows the brush's thumbnail in the view, or nothing when it has none. Loads at once.
     void loadThumbWithBrush(const std::shared_ptr<OrvBrush>& brush,
