@@ -194,7 +194,7 @@ void OrvBrushLocalPackage::notifyDelegates(long status) {
         }
     }
     // Called unlocked, so that a delegate may remove itself while it is told.
-    for (const auto& delegate : alive) delegate->onOrvBrushLocalPackageChanged(*this, status);
+    for (const auto& delegate : alive) delegate->brushManager(*this, nullptr, status);
 }
 
 void OrvBrushLocalPackage::reloadForTesting() {

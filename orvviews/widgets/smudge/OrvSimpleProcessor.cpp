@@ -185,6 +185,17 @@ gfx::ImagePtr OrvSimpleProcessor::getSmudgeImage() {
     return gfx::Image::withBitmap(smudgeContext->makeImage());
 }
 
+gfx::ImagePtr OrvSimpleProcessor::getChangedImage() const {
+    if (!smudgeContext || originalData.size() != size_t(imageDataSize)) return nullptr;
+    auto changed = std::make_shared<gfx::Bitmap>(imageWidth_, imageHeight_);
+    const auto* canvas = reinterpret_cast<const uint32_t*>(smudgeContext->data());
+    const auto* source = reinterpret_cast<const uint32_t*>(originalData.data());
+    auto* out = reinterpret_cast<uint32_t*>(changed->mutableData());
+    const size_t count = size_t(imageWidth_) * imageHeight_;
+    for (size_t i = 0; i < count; ++i) out[i] = canvas[i] == source[i] ? 0 : canvas[i];
+    return gfx::Image::withBitmap(std::move(changed));
+}
+
 gfx::ImagePtr OrvSimpleProcessor::getPreviewImage(bool preview) {
     return preview ? getSmudgeImage() : originalImage;
 }

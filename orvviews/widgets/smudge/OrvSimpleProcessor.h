@@ -67,6 +67,9 @@ class OrvSimpleProcessor : public rt::Object {
 
     // The canvas now, as an image of scale 1 that later drawing leaves alone.
     gfx::ImagePtr getSmudgeImage();
+    // The canvas with every pixel that still equals the installed picture made transparent:
+    // what strokes changed, to lay over a larger copy of the picture.
+    gfx::ImagePtr getChangedImage() const;
     // The canvas, or the installed picture when `preview` is false.
     virtual gfx::ImagePtr getPreviewImage(bool preview);
 

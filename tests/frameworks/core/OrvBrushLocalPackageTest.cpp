@@ -53,7 +53,7 @@ TEST(OrvBrushLocalPackage, ShippedCatalogueListsBrushesInOrderWithTheirKinds) {
         EXPECT_FALSE(brushes[i]->name().empty());
         mosaics += brushes[i]->brushType() == OrvBrush::kMosaic;
         ASSERT_NE(brushes[i]->image(), nullptr);
-        EXPECT_EQ(brushes[i]->image()->size(), (gfx::Size{64, 64}));
+        EXPECT_EQ(brushes[i]->image()->size(), (gfx::Size{128, 128}));  // the @2x picture, scale 1
     }
     EXPECT_EQ(mosaics, 3u);
     EXPECT_EQ(package->brushWithCode(orvEraserBrushCode)->brushType(), OrvBrush::kEraser);
@@ -122,7 +122,7 @@ TEST(OrvBrushLocalPackage, ThumbnailFillsTheViewAndAFailedOneClearsIt) {
 
 class RecordingDelegate : public OrvBrushLocalPackageDelegate {
   public:
-    void onOrvBrushLocalPackageChanged(OrvBrushLocalPackage&, long status) override {
+    void brushManager(OrvBrushLocalPackage&, const std::shared_ptr<OrvBrush>&, long status) override {
         statuses.push_back(status);
     }
     std::vector<long> statuses;
