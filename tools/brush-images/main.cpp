@@ -42,8 +42,9 @@ struct BrushRecipe {
     long positionType;
     long sizeType;
     Draw draw;
-    double mosaicCell = 0;   // mosaic thumbnails: the tile's cell side in points
-    std::string shape = {};  // the picture's name when brushes share one
+    // Mosaics: the corner radius of their shape, as a fraction of its side, for a thumbnail of
+    // blocks inside that outline; negative for every other brush.
+    double mosaicCorner = -1;
 };
 
 void drawSoft(gfx::Canvas& canvas, double side, const gfx::Color& ink) {
@@ -53,6 +54,11 @@ void drawSoft(gfx::Canvas& canvas, double side, const gfx::Color& ink) {
 // A disc a point inside the edge, so that its antialiased rim is not cut by the picture's edge.
 void drawHard(gfx::Canvas& canvas, double side, const gfx::Color& ink) {
     canvas.fillPath(gfx::Path::ellipseInRect({1, 1, side - 2, side - 2}), ink);
+}
+
+// A square with slightly rounded corners, for hiding text and faces block by block.
+void drawSquare(gfx::Canvas& canvas, double side, const gfx::Color& ink) {
+    canvas.fillPath(gfx::Path::roundedRect({2, 2, side - 4, side - 4}, side * 0.08), ink);
 }
 
 void drawStar(gfx::Canvas& canvas, double side, const gfx::Color& ink) {
@@ -113,19 +119,14 @@ std::vector<BrushRecipe> catalogue() {
          OrvBrush::kSizeRandom, drawHeart},
         {"stamp_splatter", names("飞溅", "Splatter"), kStamp, kRandom, OrvBrush::kPositionRandom,
          OrvBrush::kSizeRandom, drawSplatter},
-        // The mosaics differ in their cells, not in their shape.
-        {"mosaic_small", names("小马赛克", "Fine mosaic"), kMosaic, 0, 0, 0, drawHard, 4,
-         "brush_mosaic"},
-        {"mosaic_medium", names("马赛克", "Mosaic"), kMosaic, 0, 0, 0, drawHard, 6, "brush_mosaic"},
-        {"mosaic_large", names("大马赛克", "Coarse mosaic"), kMosaic, 0, 0, 0, drawHard, 9,
-         "brush_mosaic"},
+        // Mosaic blocks are a fixed fraction of the picture, so the mosaics differ in shape only.
+        {"mosaic", names("马赛克", "Mosaic"), kMosaic, 0, 0, 0, drawHard, 0.5},
+        {"mosaic_square", names("方块马赛克", "Square mosaic"), kMosaic, 0, 0, 0, drawSquare, 0.08},
         {orvEraserBrushCode, names("橡皮擦", "Eraser"), OrvBrush::kEraser, 0, 0, 0, drawSoft},
     };
 }
 
-std::string imageName(const BrushRecipe& brush) {
-    return brush.shape.empty() ? "brush_" + brush.code : brush.shape;
-}
+std::string imageName(const BrushRecipe& brush) { return "brush_" + brush.code; }
 
 std::string thumbName(const BrushRecipe& brush) {
     return "brush_" + brush.code + "_thumb";
@@ -137,10 +138,12 @@ bool write(const gfx::Canvas& canvas, const fs::path& path) {
     return ok;
 }
 
-// A mosaic's thumbnail shows its cells: a disc of two-tone squares of the brush's cell size.
-void drawMosaicThumb(gfx::Canvas& canvas, double cell) {
+// A mosaic's thumbnail: two-tone blocks inside the brush's shape.
+void drawMosaicThumb(gfx::Canvas& canvas, const BrushRecipe& brush) {
+    constexpr double cell = 6;
+    const double side = kThumbSide - 8;
     canvas.save();
-    canvas.clipToRoundedRect({4, 4, kThumbSide - 8, kThumbSide - 8}, (kThumbSide - 8) / 2);
+    canvas.clipToRoundedRect({4, 4, side, side}, side * brush.mosaicCorner);
     for (double y = 0; y < kThumbSide; y += cell) {
         for (double x = 0; x < kThumbSide; x += cell) {
             const bool dark = (int(x / cell) + int(y / cell)) % 2 == 0;
@@ -154,8 +157,8 @@ void drawMosaicThumb(gfx::Canvas& canvas, double cell) {
 bool drawThumb(const fs::path& imageDir, const BrushRecipe& brush) {
     gfx::Canvas thumb({kThumbSide, kThumbSide}, 2);
     thumb.fillPath(gfx::Path::ellipseInRect({0, 0, kThumbSide, kThumbSide}), kThumbTile);
-    if (brush.mosaicCell > 0) {
-        drawMosaicThumb(thumb, brush.mosaicCell);
+    if (brush.mosaicCorner >= 0) {
+        drawMosaicThumb(thumb, brush);
     } else {
         const double inset = kThumbSide * 0.15;
         thumb.translate(inset, inset);
