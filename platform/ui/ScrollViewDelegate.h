@@ -1,0 +1,27 @@
+#pragma once
+// What a scroll view tells its delegate. Every call is optional; the defaults do nothing.
+
+#include "platform/rt/Object.h"
+
+namespace orv::ui {
+
+class ScrollView;
+
+class ScrollViewDelegate {
+    ORV_DECLARE_PROTOCOL(ScrollViewDelegate)
+  public:
+    virtual ~ScrollViewDelegate() = default;
+
+    // After every change of contentOffset, by a finger, an animation step or code.
+    virtual void scrollViewDidScroll(ScrollView& scrollView) {}
+    // A finger has started to move the content.
+    virtual void scrollViewWillBeginDragging(ScrollView& scrollView) {}
+    // The finger lifted. willDecelerate is true when the content now springs back inside its
+    // range; scrollViewDidEndDecelerating follows when it is there.
+    virtual void scrollViewDidEndDragging(ScrollView& scrollView, bool willDecelerate) {}
+    virtual void scrollViewDidEndDecelerating(ScrollView& scrollView) {}
+    // An animated setContentOffset (or a scroll to a row) has arrived.
+    virtual void scrollViewDidEndScrollingAnimation(ScrollView& scrollView) {}
+};
+
+}  // namespace orv::ui
