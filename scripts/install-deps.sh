@@ -18,13 +18,13 @@ packages=(
   nlohmann-json3-dev
 )
 
-# The comparison tools of bench/, the fuzzing compiler of fuzz/, the colour emoji font the
+# The comparison tools and peer libraries of bench/, the fuzzing compiler of fuzz/, the colour emoji font the
 # sticker pictures are drawn from (tools/sticker-images) and the wallpapers the bundled phone
 # photo is made from (tools/sample-photo) are only needed by those who run them:
 # `scripts/install-deps.sh --bench` adds them.
 if [ "${1:-}" = "--bench" ]; then
   packages+=(libvips-tools libjpeg-turbo-progs imagemagick ffmpeg time clang libclang-rt-14-dev
-             fonts-noto-color-emoji lomiri-wallpapers-16.04)
+             fonts-noto-color-emoji lomiri-wallpapers-16.04 libmypaint-dev)
 fi
 
 missing=()

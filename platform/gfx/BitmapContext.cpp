@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <deque>
+#include <mutex>
 
 #include "platform/gfx/BitmapOps.h"
 #include "platform/gfx/CairoPath.h"
@@ -181,8 +183,58 @@ struct GState {
 
 }  // namespace
 
+// Snapshot buffers that came back from their last holder, ready to be brought up to date. The
+// deleters of handed-out snapshots return them here from whichever thread drops them last.
+struct SnapshotSpares {
+    static constexpr size_t kMaxSpares = 2;
+    struct Spare {
+        std::unique_ptr<Bitmap> bitmap;
+        uint64_t generation;  // the snapshot it holds
+    };
+    std::mutex mutex;
+    std::vector<Spare> spares;
+    bool closed = false;  // the context is gone: returned buffers are freed
+
+    void giveBack(Bitmap* bitmap, uint64_t generation) {
+        std::unique_ptr<Bitmap> owned(bitmap);
+        std::lock_guard lock(mutex);
+        if (!closed && spares.size() < kMaxSpares) spares.push_back({std::move(owned), generation});
+    }
+};
+
+// What changed between snapshots, so that an old snapshot's buffer can be brought up to date by
+// copying only that.
+struct SnapshotRecycler {
+    static constexpr size_t kTrackedSnapshots = 16;
+    std::shared_ptr<SnapshotSpares> spares = std::make_shared<SnapshotSpares>();
+    uint64_t generation = 0;
+    PixelBox pending;                                   // changed since the last snapshot
+    std::deque<std::pair<uint64_t, PixelBox>> changes;  // what changed before each snapshot
+
+    ~SnapshotRecycler() {
+        std::lock_guard lock(spares->mutex);
+        spares->closed = true;
+        spares->spares.clear();
+    }
+    // The box to copy into a buffer that holds snapshot `since`; the whole canvas when that is
+    // too old to know.
+    PixelBox changedSince(uint64_t since, const PixelBox& all) const {
+        if (changes.empty() || since + 1 < changes.front().first) return all;
+        PixelBox box;
+        for (const auto& [g, changed] : changes) {
+            if (g > since && !changed.empty()) box = box.empty() ? changed : box.united(changed);
+        }
+        return box.intersected(all);
+    }
+};
+
 struct BitmapContext::Impl {
     void attach(uint8_t* pixels, int w, int h, size_t stride, PixelFormat f);
+    void changed(const PixelBox& box) {
+        if (recycler && !box.empty())
+            recycler->pending = recycler->pending.empty() ? box : recycler->pending.united(box);
+    }
+    BitmapPtr recycledImage();
 
     PixelBox bounds() const { return {0, 0, width, height}; }
     // User space to device pixels (y down from the first row).
@@ -222,6 +274,7 @@ struct BitmapContext::Impl {
     AffineTransform base;
     GState state;
     std::vector<GState> saved;
+    std::unique_ptr<SnapshotRecycler> recycler;
 };
 
 void BitmapContext::Impl::attach(uint8_t* pixels, int w, int h, size_t stride, PixelFormat f) {
@@ -354,6 +407,7 @@ void BitmapContext::Impl::blend(const Source& src, const Coverage& coverage, Ble
     if (coverage.empty()) return;
     pixman_image_t* d = dest.get();
     const PixelBox& r = coverage.box();
+    changed(r);
     switch (mode) {
         case BlendMode::Normal:
         case BlendMode::DestinationOut: {
@@ -618,8 +672,50 @@ void BitmapContext::drawWithCairo(const Rect& userBounds,
     d.draw(src, shape, d.state.blendMode, d.state.alpha);
 }
 
+void BitmapContext::setRecyclesSnapshots(bool on) {
+    if (on == bool(impl_->recycler)) return;
+    impl_->recycler = on ? std::make_unique<SnapshotRecycler>() : nullptr;
+    markChanged();
+}
+
+void BitmapContext::markChanged() { impl_->changed(impl_->bounds()); }
+
+BitmapPtr BitmapContext::Impl::recycledImage() {
+    SnapshotRecycler& r = *recycler;
+    r.changes.emplace_back(++r.generation, r.pending);
+    r.pending = {};
+    if (r.changes.size() > SnapshotRecycler::kTrackedSnapshots) r.changes.pop_front();
+
+    SnapshotSpares::Spare spare;
+    {
+        std::lock_guard lock(r.spares->mutex);
+        if (!r.spares->spares.empty()) {
+            spare = std::move(r.spares->spares.back());
+            r.spares->spares.pop_back();
+        }
+    }
+    PixelBox copy = bounds();
+    if (spare.bitmap && spare.bitmap->width() == width && spare.bitmap->height() == height &&
+        spare.bitmap->format() == format) {
+        copy = r.changedSince(spare.generation, bounds());
+    } else {
+        spare.bitmap = std::make_unique<Bitmap>(width, height, format);
+    }
+    const size_t bytes = 4 * static_cast<size_t>(copy.width());
+    for (int y = copy.y0; y < copy.y1; ++y) {
+        std::memcpy(spare.bitmap->mutableRow(y) + 4 * static_cast<size_t>(copy.x0),
+                    data + rowBytes * y + 4 * static_cast<size_t>(copy.x0), bytes);
+    }
+    const uint64_t generation = r.generation;
+    return BitmapPtr(spare.bitmap.release(),
+                     [spares = r.spares, generation](const Bitmap* bitmap) {
+                         spares->giveBack(const_cast<Bitmap*>(bitmap), generation);
+                     });
+}
+
 BitmapPtr BitmapContext::makeImage() const {
     const Impl& d = *impl_;
+    if (d.recycler && d.dest) return impl_->recycledImage();
     auto out = std::make_shared<Bitmap>(d.width, d.height, d.format);
     for (int y = 0; y < d.height; ++y) {
         std::memcpy(out->mutableRow(y), d.data + d.rowBytes * y, 4 * static_cast<size_t>(d.width));

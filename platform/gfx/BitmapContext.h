@@ -123,6 +123,14 @@ class BitmapContext {
 
     // An immutable copy of the pixels now, unaffected by later drawing.
     BitmapPtr makeImage() const;
+    // For a canvas that is drawn on a little at a time and shown after every change: makeImage()
+    // then reuses the buffers of snapshots that nobody holds any more and copies into them only
+    // what changed since they were taken, instead of copying the whole canvas into fresh memory.
+    // Up to two such buffers are kept while the context lives. Off by default. Writes made
+    // through data() are not seen by it: call markChanged() after them.
+    void setRecyclesSnapshots(bool on);
+    // Everything is taken as changed for the next snapshot.
+    void markChanged();
 
   protected:
     // Makes `t` the initial transform and the space shadows are measured in (the image

@@ -45,6 +45,8 @@ std::vector<uint8_t> OrvSimpleProcessor::getRGBADataFromImage(const gfx::ImagePt
 void OrvSimpleProcessor::setImage(const gfx::ImagePtr& image) {
     originalImage = image;
     smudgeContext = createBitmapContextWithSizeOfImage(image, true);
+    // A snapshot follows every touch move: copy only what the strokes changed.
+    smudgeContext->setRecyclesSnapshots(true);
     imageWidth_ = smudgeContext->width();
     imageHeight_ = smudgeContext->height();
     imageDataSize = imageWidth_ * imageHeight_ * 4;
@@ -56,6 +58,7 @@ void OrvSimpleProcessor::setCurrentBrush(const std::shared_ptr<OrvBrush>& brush)
     currentBrush_ = brush;
     brushImage = brush ? brush->image() : nullptr;
     brushContext = createBitmapContextWithSizeOfImage(brushImage, false);
+    brushContext->setRecyclesSnapshots(true);  // one snapshot a stamp
 }
 
 void OrvSimpleProcessor::setBrushSize(double size) {

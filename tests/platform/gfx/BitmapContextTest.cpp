@@ -329,5 +329,48 @@ TEST(BitmapContextTest, OddInputsDrawNothingOrSomethingSensible) {
     EXPECT_EQ(at(c, 7, 7), kRed);
 }
 
+// A snapshot recycled from an earlier one must equal a fresh copy, whatever was drawn between,
+// and one still held must never change.
+TEST(BitmapContextSnapshots, RecycledSnapshotsMatchFreshCopiesAndHeldOnesStayPut) {
+    BitmapContext recycling(64, 48), plain(64, 48);
+    recycling.setRecyclesSnapshots(true);
+    auto drawBoth = [&](const Color& color, const Rect& rect, double angle) {
+        for (BitmapContext* c : {&recycling, &plain}) {
+            c->saveGState();
+            c->translateCTM(rect.origin.x, rect.origin.y);
+            c->rotateCTM(angle);
+            c->setFillColor(color);
+            c->fillRect({0, 0, rect.size.width, rect.size.height});
+            c->restoreGState();
+        }
+    };
+    auto same = [](const BitmapPtr& a, const BitmapPtr& b) {
+        return a->byteCount() == b->byteCount() &&
+               std::memcmp(a->data(), b->data(), a->byteCount()) == 0;
+    };
+    BitmapPtr held = recycling.makeImage();
+    const BitmapPtr heldCopy = plain.makeImage();
+    for (int i = 0; i < 40; ++i) {
+        drawBoth(Color::rgb(i / 40.0, 0.5, 1 - i / 40.0, 0.7), {double(i % 50), double(i % 30), 9, 7},
+                 i * 0.3);
+        // Every third snapshot is dropped at once, so its buffer comes back for the next one.
+        BitmapPtr snapshot = recycling.makeImage();
+        ASSERT_TRUE(same(snapshot, plain.makeImage())) << i;
+        if (i % 3) held = snapshot;
+    }
+    // A write the context cannot see, announced as asked.
+    recycling.data()[0] = plain.data()[0] = 77;
+    recycling.markChanged();
+    EXPECT_TRUE(same(recycling.makeImage(), plain.makeImage()));
+    // A snapshot taken before all that is untouched.
+    BitmapContext untouched(64, 48);
+    untouched.setRecyclesSnapshots(true);
+    BitmapPtr first = untouched.makeImage();
+    fillAll(untouched, Color::red());
+    EXPECT_EQ(first->pixel(10, 10)[0], 0);
+    EXPECT_EQ(untouched.makeImage()->pixel(10, 10)[0], 255);
+    EXPECT_EQ(first->pixel(10, 10)[0], 0);
+}
+
 }  // namespace
 }  // namespace orv::gfx
