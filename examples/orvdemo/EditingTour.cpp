@@ -1,15 +1,19 @@
 #include "examples/orvdemo/EditingTour.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 
 #include "examples/orvdemo/ParameterToolView.h"
+#include "frameworks/core/OrvBrushLocalPackage.h"
 #include "frameworks/core/OrvTSFileManager.h"
 #include "orvviews/popup/OrvPopupProgress.h"
 #include "orvviews/widgets/OrvEditActionType.h"
 #include "platform/rt/Error.h"
 #include "platform/rt/RunLoop.h"
 #include "platform/ui/EventInjector.h"
+#include "platform/ui/TableViewCell.h"
 
 namespace orvdemo {
 
@@ -51,7 +55,8 @@ bool EditingTour::run(const std::string& photo, const std::string& output) {
     if (error) return fail("could not copy the photo: " + error.message());
     const bool done = open(copy) && applyTool(OrvEditActionTypeVignette, "vignette", 0.05) &&
                       applyTool(OrvEditActionTypeHDR, "hdr", 0.9) && undoRedo() && autoAdjust() &&
-                      applyTool(OrvEditActionTypeSharpness, "sharpness", 0.8) && finish(output);
+                      applyTool(OrvEditActionTypeSharpness, "sharpness", 0.8) &&
+                      paintWithBrushes() && finish(output);
     if (!done) return false;
     const size_t left = temporaryFiles() - filesBefore;
     std::printf("  temporary files left behind: %zu\n", left);
@@ -91,7 +96,7 @@ bool EditingTour::open(const std::string& photo) {
 bool EditingTour::applyTool(long action, const std::string& name, double progress) {
     const size_t before = editor_->historiesCount();
     tap(*editor_->toolButton(action));
-    auto tool = editor_->openTool();
+    auto tool = std::dynamic_pointer_cast<OrvFilterResultController>(editor_->openTool());
     if (!tool) return fail(name + " did not open");
     if (!waitFor([&] { return tool->filterParams() && tool->filterParams()->isInited(); })) {
         return fail(name + " never showed the photo");
@@ -122,6 +127,115 @@ bool EditingTour::applyTool(long action, const std::string& name, double progres
     loop().runFor(1.5);
     shoot_("editor-after-" + name);
     return true;
+}
+
+bool EditingTour::paintWithBrushes() {
+    const size_t before = editor_->historiesCount();
+    tap(*editor_->toolButton(OrvEditActionTypeSmudge));
+    auto tool = std::dynamic_pointer_cast<SmudgeToolController>(editor_->openTool());
+    if (!tool) return fail("the brush tool did not open");
+    const auto& screen = *tool->screen();
+    const auto& wrap = screen.wrap();
+    if (!waitFor([&] { return wrap->getSmudgeImage() != nullptr; })) {
+        return fail("the brush tool never showed the photo");
+    }
+    loop().runFor(0.6);
+    shoot_("brush-open");
+
+    // The picture lies across the middle of the canvas; strokes stay inside it.
+    const gfx::Rect canvas = wrap->smudgeImageView()->convertRectToView(
+        wrap->smudgeImageView()->bounds(), nullptr);
+    const auto at = [&](double u, double v) {
+        return gfx::Point{canvas.origin.x + u * canvas.size.width,
+                          canvas.origin.y + v * canvas.size.height};
+    };
+    struct Stroke {
+        const char* code;
+        long size;
+        gfx::Point from, to;
+        double amplitude;
+    };
+    const Stroke strokes[] = {
+        {"stamp_heart", 2, at(0.08, 0.22), at(0.92, 0.3), 18},
+        {"round_hard", 1, at(0.05, 0.45), at(0.5, 0.4), 12},
+        {"mosaic", 3, at(0.1, 0.62), at(0.9, 0.7), 22},
+        {orvEraserBrushCode, 3, at(0.62, 0.08), at(0.7, 0.92), 14},
+    };
+    for (const Stroke& stroke : strokes) {
+        if (!chooseBrush(*tool, stroke.code, stroke.size)) return false;
+        const auto start = Clock::now();
+        const uint64_t undo = wrap->getUndoCount();
+        paintWave(stroke.from, stroke.to, stroke.amplitude);
+        if (wrap->getUndoCount() != undo + 1) return fail(std::string(stroke.code) + " left no stroke");
+        std::printf("  %-12s %6.2f s\n", stroke.code,
+                    std::chrono::duration<double>(Clock::now() - start).count());
+        shoot_(std::string("brush-") + stroke.code);
+    }
+
+    tap(*screen.undoButton());
+    loop().runFor(0.2);
+    if (wrap->getRedoCount() != 1) return fail("undo took no stroke back");
+    shoot_("brush-undo");
+    tap(*screen.redoButton());
+    loop().runFor(0.2);
+    if (wrap->getRedoCount() != 0) return fail("redo brought no stroke back");
+    shoot_("brush-redo");
+
+    // Compare while held: the photo as it came.
+    auto injector = ui::EventInjector::injectorForWindow(window_);
+    const gfx::Rect compare = screen.compareButton()->convertRectToView(
+        screen.compareButton()->bounds(), nullptr);
+    injector->touchDown(1, {gfx::rectGetMidX(compare), gfx::rectGetMidY(compare)});
+    loop().runFor(0.2);
+    shoot_("brush-compare");
+    injector->touchUp(1);
+    loop().runFor(0.2);
+
+    const auto start = Clock::now();
+    tap(*screen.doneButton());
+    loop().runFor(0.05);
+    shoot_("brush-saving");
+    if (!waitFor([&] { return editor_->historiesCount() == before + 1 && !editor_->openTool(); })) {
+        return fail("the brush tool did not come back with a step");
+    }
+    report("brushes", start);
+    loop().runFor(1.5);
+    shoot_("editor-after-brushes");
+    return true;
+}
+
+bool EditingTour::chooseBrush(SmudgeToolController& tool, const std::string& code, long size) {
+    const auto& table = tool.screen()->brushBar()->table();
+    const auto& brushes = table->brushes();
+    const auto found = std::find_if(brushes.begin(), brushes.end(),
+                                    [&](const auto& brush) { return brush->code() == code; });
+    if (found == brushes.end()) return fail("no brush " + code + " in the bar");
+    const auto path = ui::IndexPath::forRow(found - brushes.begin(), 0);
+    table->scrollToRowAtIndexPath(path, ui::TableViewScrollPosition::Middle, true);
+    loop().runFor(0.5);
+    auto cell = table->cellForRowAtIndexPath(path);
+    if (!cell) return fail("the brush " + code + " is not on screen");
+    tap(*cell);
+    tap(*tool.screen()->sizeButton(size));
+    loop().runFor(0.3);
+    shoot_("brush-choose-" + code);
+    loop().runFor(1.0);  // the size cursor fades
+    return true;
+}
+
+void EditingTour::paintWave(gfx::Point from, gfx::Point to, double amplitude) {
+    std::vector<gfx::Point> path;
+    constexpr int kPoints = 40;
+    const double dx = to.x - from.x, dy = to.y - from.y;
+    const double length = std::hypot(dx, dy);
+    for (int i = 0; i <= kPoints; ++i) {
+        const double t = double(i) / kPoints;
+        // Across the line, one and a half waves.
+        const double off = amplitude * std::sin(t * 3 * M_PI);
+        path.push_back({from.x + dx * t - dy / length * off, from.y + dy * t + dx / length * off});
+    }
+    ui::EventInjector::injectorForWindow(window_)->drag(path, 0.8);
+    loop().runFor(0.2);
 }
 
 bool EditingTour::undoRedo() {

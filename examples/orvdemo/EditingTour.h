@@ -1,7 +1,7 @@
 #pragma once
 // The demo's main job: a scripted editing session on a phone-sized photo, driven by touches as
 // a user would drive it. The editor opens on a copy of the photo; vignette, HDR, undo, redo,
-// auto adjust and sharpness follow; finishing saves the full-size photo. Each step prints the
+// auto adjust, sharpness and brushes follow; finishing saves the full-size photo. Each step prints the
 // time it took and the size of its file, and a picture of every screen state is taken.
 
 #include <chrono>
@@ -10,6 +10,7 @@
 #include <string>
 
 #include "examples/orvdemo/EditorComponent.h"
+#include "examples/orvdemo/SmudgeToolController.h"
 #include "platform/ui/Window.h"
 
 namespace orvdemo {
@@ -30,6 +31,12 @@ class EditingTour {
     // Opens a one-filter tool from the bar, moves its slider to `progress`, and applies it.
     bool applyTool(long action, const std::string& name, double progress);
     bool undoRedo();
+    // Paints over the photo with a stamp, a mosaic and an eraser, undoes, redoes, compares and
+    // applies.
+    bool paintWithBrushes();
+    bool chooseBrush(SmudgeToolController& tool, const std::string& code, long size);
+    // A finger drawn along a wave from `from` to `to`, in window points.
+    void paintWave(gfx::Point from, gfx::Point to, double amplitude);
     bool autoAdjust();
     bool finish(const std::string& output);
 

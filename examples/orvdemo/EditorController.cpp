@@ -16,7 +16,7 @@
 namespace orvdemo {
 
 ORV_DEFINE_CLASS(EditorController, OrvEditMultipleControllerBase, OrvFilterResultControllerDelegate,
-                 OrvComponentErrorDelegate)
+                 SmudgeToolDelegate, OrvComponentErrorDelegate)
 
 namespace {
 
@@ -36,6 +36,7 @@ const ToolEntry kTools[] = {
      &OrvEditVignetteControllerBase::staticClass},
     {OrvEditActionTypeSharpness, "orv_edit_tool_sharpness", "锐化",
      &OrvEditSharpnessControllerBase::staticClass},
+    {OrvEditActionTypeSmudge, "orv_edit_tool_smudge", "涂抹", &SmudgeToolController::staticClass},
 };
 
 const ToolEntry* toolFor(long action) {
@@ -173,35 +174,61 @@ std::shared_ptr<OrvFilterResultController> EditorController::makeParameterTool(l
     return tool;
 }
 
+std::shared_ptr<OrvImageResultController> EditorController::makeTool(long action) {
+    if (action == OrvEditActionTypeSmudge) {
+        auto tool = rt::make<SmudgeToolController>();
+        tool->setDelegate(std::static_pointer_cast<SmudgeToolDelegate>(self<EditorController>()));
+        return tool;
+    }
+    auto tool = makeParameterTool(action);
+    if (tool) {
+        tool->setDelegate(
+            std::static_pointer_cast<OrvFilterResultControllerDelegate>(self<EditorController>()));
+    }
+    return tool;
+}
+
 void EditorController::onEditWithAction(long action) {
     const auto step = lastStepTemp();
     if (!step || openTool()) return;
-    auto tool = makeParameterTool(action);
+    auto tool = makeTool(action);
     if (!tool) return;
     tool->setInputTempFilePath(step);
     tool->setSaveToTemp(true);
-    tool->setDelegate(
-        std::static_pointer_cast<OrvFilterResultControllerDelegate>(self<EditorController>()));
+    tool->setErrorDelegate(std::static_pointer_cast<OrvComponentErrorDelegate>(self<EditorController>()));
     tool->view();  // builds the tool's screen, so that its buttons can be connected
-    if (auto screen = std::dynamic_pointer_cast<ParameterToolView>(tool->defaultStyleView())) {
-        screen->titleLabel()->setText(toolTitle(*toolFor(action)));
-        std::weak_ptr<OrvFilterResultController> weakTool = tool;
-        std::weak_ptr<EditorController> weak = self<EditorController>();
-        screen->doneButton()->addTarget(
-            weakTool,
-            [weakTool](ui::Control&, ui::Event*) {
-                if (auto t = weakTool.lock()) t->onImageCompleteAtion();
-            },
-            ui::ControlEventTouchUpInside);
-        screen->cancelButton()->addTarget(
-            weak,
-            [weak](ui::Control&, ui::Event*) {
-                if (auto me = weak.lock()) me->closeTool();
-            },
-            ui::ControlEventTouchUpInside);
+    if (auto parameter = std::dynamic_pointer_cast<OrvFilterResultController>(tool)) {
+        connectParameterTool(parameter, action);
+    } else if (auto smudge = std::dynamic_pointer_cast<SmudgeToolController>(tool)) {
+        connectCancel(*smudge->screen()->cancelButton());
     }
     openTool_ = tool;
     ::orvPushViewController(*this, tool, true);
+}
+
+void EditorController::connectParameterTool(const std::shared_ptr<OrvFilterResultController>& tool,
+                                            long action) {
+    auto screen = std::dynamic_pointer_cast<ParameterToolView>(tool->defaultStyleView());
+    if (!screen) return;
+    screen->titleLabel()->setText(toolTitle(*toolFor(action)));
+    std::weak_ptr<OrvFilterResultController> weakTool = tool;
+    screen->doneButton()->addTarget(
+        weakTool,
+        [weakTool](ui::Control&, ui::Event*) {
+            if (auto t = weakTool.lock()) t->onImageCompleteAtion();
+        },
+        ui::ControlEventTouchUpInside);
+    connectCancel(*screen->cancelButton());
+}
+
+void EditorController::connectCancel(ui::Button& cancel) {
+    std::weak_ptr<EditorController> weak = self<EditorController>();
+    cancel.addTarget(
+        weak,
+        [weak](ui::Control&, ui::Event*) {
+            if (auto me = weak.lock()) me->closeTool();
+        },
+        ui::ControlEventTouchUpInside);
 }
 
 void EditorController::closeTool() {
@@ -211,6 +238,14 @@ void EditorController::closeTool() {
 }
 
 void EditorController::onOrvKitFilterResult(OrvFilterResultController&, const ResultPtr& result) {
+    takeToolResult(result);
+}
+
+void EditorController::onSmudgeToolResult(SmudgeToolController&, const ResultPtr& result) {
+    takeToolResult(result);
+}
+
+void EditorController::takeToolResult(const ResultPtr& result) {
     if (result && result->imagePath()) {
         appendHistory(*result->imagePath());
         setDisplayImage(result->loadResultImage());

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 
+#include "examples/orvdemo/SmudgeToolController.h"
 #include "frameworks/core/OrvKit.h"
 #include "orvviews/edit/OrvEditMultipleControllerBase.h"
 #include "orvviews/widgets/OrvComponentErrorDelegate.h"
@@ -28,6 +29,7 @@ class EditorDelegate {
 
 class EditorController : public OrvEditMultipleControllerBase,
                          public OrvFilterResultControllerDelegate,
+                         public SmudgeToolDelegate,
                          public OrvComponentErrorDelegate {
     ORV_DECLARE_CLASS(EditorController)
   public:
@@ -45,6 +47,7 @@ class EditorController : public OrvEditMultipleControllerBase,
 
     // A tool's file, or its failure.
     void onOrvKitFilterResult(OrvFilterResultController& tool, const ResultPtr& result) override;
+    void onSmudgeToolResult(SmudgeToolController& tool, const ResultPtr& result) override;
     void onComponent(const std::shared_ptr<ui::ViewController>& controller,
                      const std::shared_ptr<OrvResult>& result,
                      const std::shared_ptr<rt::Error>& error) override;
@@ -52,7 +55,7 @@ class EditorController : public OrvEditMultipleControllerBase,
     // The one-filter tool of an action, dressed in the demo's screen; null for other actions.
     static std::shared_ptr<OrvFilterResultController> makeParameterTool(long action);
     // The tool the user is in, while it is open.
-    std::shared_ptr<OrvFilterResultController> openTool() const { return openTool_.lock(); }
+    std::shared_ptr<OrvImageResultController> openTool() const { return openTool_.lock(); }
 
     const std::shared_ptr<ui::ImageView>& photoView() const { return photoView_; }
     const std::shared_ptr<ui::Button>& undoButton() const { return undoButton_; }
@@ -65,9 +68,17 @@ class EditorController : public OrvEditMultipleControllerBase,
     void buildStepBar(double top);
     void buildToolBar(double top);
     void closeTool();
+    // Opens a tool over the current step, which saves to a temporary file.
+    void openToolOnStep(const std::shared_ptr<OrvImageResultController>& tool,
+                        const std::string& step);
+    std::shared_ptr<OrvImageResultController> makeTool(long action);
+    void connectParameterTool(const std::shared_ptr<OrvFilterResultController>& tool, long action);
+    void connectSmudgeTool(const std::shared_ptr<SmudgeToolController>& tool);
+    void connectCancel(ui::Button& cancel);
+    void takeToolResult(const ResultPtr& result);
 
     std::weak_ptr<EditorDelegate> delegate_;
-    std::weak_ptr<OrvFilterResultController> openTool_;
+    std::weak_ptr<OrvImageResultController> openTool_;
     std::shared_ptr<ui::ImageView> photoView_;
     std::shared_ptr<ui::Button> undoButton_;
     std::shared_ptr<ui::Button> redoButton_;

@@ -1,7 +1,8 @@
 // Draws the library's style pictures into resources/style: the HUD's success and error marks
 // (template pictures: only their alpha counts, the HUD tints them), the spinner's angle mask and
 // the sticker item's two handles (full colour: a white mark on a dark disc) and the filter panel's
-// sliders glyph (white, for its coloured round button).
+// sliders glyph (white, for its coloured round button), and the brush strip's eraser and store
+// marks.
 //
 //     orv-style-images <resources/style folder>
 
@@ -169,5 +170,29 @@ int main(int argc, char** argv) {
     });
     ok &= drawHandle(dir, "style_default_edit_drag_rotate_scale", rotateScaleMark);
     ok &= drawSlidersGlyph(dir, "style_default_filter_config");
+    // The brush strip's two entries that are not brushes: the eraser, a block tilted on its
+    // edge over the line it clears, and the store, an arrow down into a tray.
+    ok &= drawMark(dir, "style_default_brush_eraser", [](gfx::Path& p) {
+        p.moveTo({9, 21});
+        p.lineTo({19, 8.5});
+        p.lineTo({24, 12.5});
+        p.lineTo({15.5, 23});
+        p.close();
+        p.moveTo({12.5, 16.5});
+        p.lineTo({18.5, 21.5});
+        p.moveTo({5, 24});
+        p.lineTo({23, 24});
+    });
+    ok &= drawMark(dir, "style_default_brush_online", [](gfx::Path& p) {
+        p.moveTo({14, 4.5});
+        p.lineTo({14, 17});
+        p.moveTo({9, 12.5});
+        p.lineTo({14, 17.5});
+        p.lineTo({19, 12.5});
+        p.moveTo({5, 17});
+        p.lineTo({5, 23});
+        p.lineTo({23, 23});
+        p.lineTo({23, 17});
+    });
     return ok ? 0 : 1;
 }
