@@ -173,6 +173,19 @@ TEST_F(OrvSmudgeProcessorTest, DegenerateBrushesAndStrokesStayBounded) {
         EXPECT_LE(processor->stamps.size(), 4096u) << size;
         for (const auto& s : processor->stamps) EXPECT_TRUE(std::isfinite(s.alpha)) << size;
     }
+    // Ten thousand moves in one stroke, back and forth over a small canvas: one history entry.
+    auto busy = makeProcessor<OrvSmudgeProcessor>(64, 64, makeBrush(OrvBrush::kStamp, 64), 0.05);
+    busy->setMaxUndoCount(3);
+    busy->touchesBegan();
+    gfx::Point last{0, 0};
+    for (int i = 1; i <= 10000; ++i) {
+        const gfx::Point next{double(i % 120 < 60 ? i % 60 : 60 - i % 60), 30 + 20 * std::sin(i * 0.01)};
+        busy->drawAtCurrentPoint(next, last);
+        last = next;
+    }
+    busy->saveCurrentAsHistory();
+    EXPECT_EQ(busy->getUndoCount(), 1u);
+    busy->destroy();
     // The brush size before any brush is only recorded.
     auto processor = rt::make<OrvSimpleProcessor>();
     processor->setBrushSize(0.3);
