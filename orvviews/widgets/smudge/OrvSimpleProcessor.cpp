@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "platform/rt/DispatchQueue.h"
+#include "platform/rt/Memory.h"
 #include "platform/ui/Screen.h"
 
 ORV_DEFINE_CLASS(OrvSimpleProcessor, rt::Object)
@@ -152,9 +153,15 @@ void OrvSimpleProcessor::runCacheJob() {
     if (!undoHistory_) return;
     // The pass walks a copy: the main thread goes on changing the list meanwhile.
     rt::globalQueue(rt::QueuePriority::High).async([logs = *undoHistory_] {
+        bool wrote = false;
         for (const auto& log : logs) {
-            if (!log->cached()) log->runCacheJob();
+            if (log->cached()) continue;
+            log->runCacheJob();
+            wrote = true;
         }
+        // Each write leaves canvas-sized blocks free in this thread's heap; hand them back, or
+        // a long session keeps them all.
+        if (wrote) rt::Memory::releaseFreeMemory();
     });
 }
 
