@@ -143,8 +143,11 @@ bool encodeInto(png_structp png, png_infop info, int width, int height, bool opa
     png_set_write_fn(png, &out, writeToVector, flushNothing);
     png_set_IHDR(png, info, width, height, 8, opaque ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_RGBA,
                  PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    // Speed matters more than the last few percent of size for the history snapshots.
-    png_set_compression_level(png, 3);
+    // Our PNGs are temporary (brush history, screenshots), so speed matters more than size: on
+    // a photo, the fastest level with the left-neighbour filter writes in a third of the time of
+    // level 3 with every filter tried, for a tenth more bytes.
+    png_set_compression_level(png, 1);
+    png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_SUB);
     png_write_info(png, info);
     png_write_image(png, rows.data());
     png_write_end(png, nullptr);
