@@ -1,5 +1,8 @@
 #include "frameworks/core/OrvViewGeometry.h"
 
+#include <algorithm>
+#include <cmath>
+
 gfx::Size orvGetSize(const ui::View& view) {
     return view.frame().size;
 }
@@ -51,4 +54,32 @@ double orvGetCenterX(const ui::View& view, double width) {
 
 double orvGetCenterY(const ui::View& view, double height) {
     return (view.bounds().size.height - height) / 2;
+}
+
+namespace {
+
+gfx::Rect fitCentred(const gfx::Rect& bounds, double ratio) {
+    const double width = bounds.size.width, height = bounds.size.height;
+    if (!(ratio > 0) || !std::isfinite(ratio) || !(width > 0) || !(height > 0)) return {};
+    gfx::Size fit = width / height > ratio ? gfx::Size{height * ratio, height}
+                                           : gfx::Size{width, width / ratio};
+    return {bounds.origin.x + (width - fit.width) / 2, bounds.origin.y + (height - fit.height) / 2,
+            fit.width, fit.height};
+}
+
+}  // namespace
+
+gfx::Rect convertScaleAspectFitWithRatio(const ui::View& view, float ratio) {
+    return fitCentred(view.bounds(), ratio);
+}
+
+gfx::Rect convertScaleAspectFitWithSize(const ui::View& view, gfx::Size size) {
+    if (!(size.width > 0) || !(size.height > 0)) return {};
+    return fitCentred(view.bounds(), size.width / size.height);
+}
+
+gfx::Size convertViewSizeScaleAspectFillWithSize(gfx::Size viewSize, gfx::Size size) {
+    if (!(size.width > 0) || !(size.height > 0)) return {};
+    const double scale = std::max(viewSize.width / size.width, viewSize.height / size.height);
+    return {size.width * scale, size.height * scale};
 }
