@@ -139,6 +139,43 @@ gfx::ImagePtr orvChangeOrientation(const gfx::ImagePtr& image, gfx::ImageOrienta
     return gfx::Image::withBitmap(image->bitmap(), image->scale(), orientation);
 }
 
+namespace {
+
+enum class OrientationChange { TurnLeft, TurnRight, MirrorHorizontal, MirrorVertical };
+
+// What each change makes of each orientation, in the tags' numbering (up, down, left, right,
+// then the four mirrored), so that the picture shows as the turn or mirror animation left it.
+ImageOrientation changedOrientation(ImageOrientation from, OrientationChange change) {
+    static constexpr int kTable[8][4] = {
+        {2, 3, 4, 5}, {3, 2, 5, 4}, {1, 0, 7, 6}, {0, 1, 6, 7},
+        {6, 7, 0, 1}, {7, 6, 1, 0}, {5, 4, 3, 2}, {4, 5, 2, 3},
+    };
+    return ImageOrientation(kTable[int(from)][int(change)]);
+}
+
+gfx::ImagePtr changed(const gfx::ImagePtr& image, OrientationChange change) {
+    if (!hasPixels(image)) return image;
+    return orvChangeOrientation(image, changedOrientation(image->orientation(), change));
+}
+
+}  // namespace
+
+gfx::ImagePtr orvChangeTurnLeft(const gfx::ImagePtr& image) {
+    return changed(image, OrientationChange::TurnLeft);
+}
+
+gfx::ImagePtr orvChangeTurnRight(const gfx::ImagePtr& image) {
+    return changed(image, OrientationChange::TurnRight);
+}
+
+gfx::ImagePtr orvChangeMirrorHorizontal(const gfx::ImagePtr& image) {
+    return changed(image, OrientationChange::MirrorHorizontal);
+}
+
+gfx::ImagePtr orvChangeMirrorVertical(const gfx::ImagePtr& image) {
+    return changed(image, OrientationChange::MirrorVertical);
+}
+
 gfx::ImagePtr orvImageRotatedToUp(const gfx::ImagePtr& image) {
     if (!hasPixels(image) || image->orientation() == ImageOrientation::Up) return image;
     return gfx::Image::withBitmap(uprightBitmap(*image), image->scale());

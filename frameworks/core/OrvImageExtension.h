@@ -34,6 +34,12 @@ gfx::ImagePtr orvFullScreenImageKeepOrientation(const gfx::ImagePtr& image);
 
 // The same pixels with the given orientation tag (the tag is replaced, not combined).
 gfx::ImagePtr orvChangeOrientation(const gfx::ImagePtr& image, gfx::ImageOrientation orientation);
+// The same pixels tagged so that the picture shows turned a quarter to the left or right, or
+// mirrored left to right or top to bottom, from whatever orientation it has.
+gfx::ImagePtr orvChangeTurnLeft(const gfx::ImagePtr& image);
+gfx::ImagePtr orvChangeTurnRight(const gfx::ImagePtr& image);
+gfx::ImagePtr orvChangeMirrorHorizontal(const gfx::ImagePtr& image);
+gfx::ImagePtr orvChangeMirrorVertical(const gfx::ImagePtr& image);
 // Pixels turned so that the tag becomes up; the picture looks the same.
 gfx::ImagePtr orvImageRotatedToUp(const gfx::ImagePtr& image);
 // The part of the upright picture given in fractions of its size (0 to 1), upright.

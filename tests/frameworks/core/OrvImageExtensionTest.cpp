@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 
 #include "frameworks/core/OrvTSFileManager.h"
 #include "platform/codec/JpegSegments.h"
 #include "platform/codec/PngCodec.h"
+#include "platform/gfx/BitmapOps.h"
 #include "platform/ui/Screen.h"
 #include "tests/platform/codec/CodecTestPictures.h"
 #include "tests/support/ExifTestPhotos.h"
@@ -65,6 +67,39 @@ TEST(OrvImageExtensionTest, TagsAndCropsWorkOnTheUprightPicture) {
     EXPECT_EQ(spell(orvImageCorpWithRatio(tagged, 1)), "FB/GC");  // centred square of 2 × 4
     EXPECT_EQ(spell(orvImageCorpWithRatio(tagged, 2)), "FB");
     EXPECT_EQ(spell(orvImageCorpWithRatio(letters(), 1)), "BC/FG");
+}
+
+// Whatever the tag a picture has, turning and mirroring must show the upright picture turned or
+// mirrored as the user asked, without touching the pixels.
+TEST(OrvImageExtensionTest, TurnsAndMirrorsActOnWhatTheUserSees) {
+    auto stored = std::make_shared<gfx::Bitmap>(3, 2);
+    for (size_t i = 0; i < 6; ++i) stored->mutableData()[4 * i] = uint8_t(10 * (i + 1));
+    const auto same = [](const gfx::BitmapPtr& a, const gfx::BitmapPtr& b) {
+        return a->width() == b->width() && a->height() == b->height() &&
+               std::memcmp(a->data(), b->data(), a->byteCount()) == 0;
+    };
+    using Op = gfx::ImagePtr (*)(const gfx::ImagePtr&);
+    const std::pair<Op, gfx::ImageOrientation> changes[] = {
+        {orvChangeTurnLeft, gfx::ImageOrientation::Left},
+        {orvChangeTurnRight, gfx::ImageOrientation::Right},
+        {orvChangeMirrorHorizontal, gfx::ImageOrientation::UpMirrored},
+        {orvChangeMirrorVertical, gfx::ImageOrientation::DownMirrored},
+    };
+    for (int o = 0; o < 8; ++o) {
+        auto image = gfx::Image::withBitmap(stored, 1, gfx::ImageOrientation(o));
+        const auto seen = orvImageRotatedToUp(image)->bitmap();
+        for (const auto& [change, asSeen] : changes) {
+            auto result = change(image);
+            EXPECT_EQ(result->bitmap(), stored);
+            EXPECT_TRUE(same(orvImageRotatedToUp(result)->bitmap(),
+                             gfx::BitmapOps::oriented(*seen, asSeen)))
+                << "from " << o << " to " << int(result->orientation());
+        }
+        auto turned = image;
+        for (int i = 0; i < 4; ++i) turned = orvChangeTurnLeft(turned);
+        EXPECT_EQ(turned->orientation(), image->orientation());
+    }
+    EXPECT_EQ(orvChangeTurnLeft(nullptr), nullptr);
 }
 
 TEST(OrvImageExtensionTest, LimitAndResizeOnlyReduce) {
