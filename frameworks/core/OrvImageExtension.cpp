@@ -187,11 +187,21 @@ gfx::ImagePtr orvImageCorpWithPrecentRect(const gfx::ImagePtr& image, const gfx:
     const auto px = [](double fraction, double length) {
         return static_cast<int>(std::lround(std::clamp(fraction, 0.0, 1.0) * length));
     };
-    const int x0 = px(gfx::rectGetMinX(rect), size.width);
-    const int y0 = px(gfx::rectGetMinY(rect), size.height);
-    const int x1 = px(gfx::rectGetMaxX(rect), size.width);
-    const int y1 = px(gfx::rectGetMaxY(rect), size.height);
+    // A rectangle that rounds to no pixels still keeps one: a crop never comes back empty.
+    const int x0 = std::min(px(gfx::rectGetMinX(rect), size.width), size.width - 1);
+    const int y0 = std::min(px(gfx::rectGetMinY(rect), size.height), size.height - 1);
+    const int x1 = std::max(px(gfx::rectGetMaxX(rect), size.width), x0 + 1);
+    const int y1 = std::max(px(gfx::rectGetMaxY(rect), size.height), y0 + 1);
     return uprightCrop(image, x0, y0, x1 - x0, y1 - y0);
+}
+
+gfx::ImagePtr orvImageCorpWithPrecentRect(const gfx::ImagePtr& image, const gfx::Rect& rect,
+                                          const gfx::Size& outputSize) {
+    gfx::ImagePtr cropped = orvImageCorpWithPrecentRect(image, rect);
+    if (!hasPixels(cropped) || !(outputSize.width >= 1) || !(outputSize.height >= 1)) {
+        return cropped;
+    }
+    return orvScaleImage(cropped, outputSize);
 }
 
 gfx::ImagePtr orvImageCorpWithRatio(const gfx::ImagePtr& image, double ratio) {

@@ -44,6 +44,9 @@ gfx::ImagePtr orvChangeMirrorVertical(const gfx::ImagePtr& image);
 gfx::ImagePtr orvImageRotatedToUp(const gfx::ImagePtr& image);
 // The part of the upright picture given in fractions of its size (0 to 1), upright.
 gfx::ImagePtr orvImageCorpWithPrecentRect(const gfx::ImagePtr& image, const gfx::Rect& rect);
+// The same, brought to exactly `outputSize` pixels (kept as cropped when that has no area).
+gfx::ImagePtr orvImageCorpWithPrecentRect(const gfx::ImagePtr& image, const gfx::Rect& rect,
+                                          const gfx::Size& outputSize);
 // The largest centred part of the upright picture with this width-to-height ratio, upright.
 // A ratio of 0 or less gives the upright picture.
 gfx::ImagePtr orvImageCorpWithRatio(const gfx::ImagePtr& image, double ratio);

@@ -9,6 +9,8 @@
 class OrvStatistics {
   public:
     static void appendWithComponentIdt(long idt);
+    // The counter of a crop ratio chosen (one of OrvRatioType's bits).
+    static long componentTypeWithRatioType(long ratioType) { return 0x401100 | (ratioType & 0xff); }
     static void flushData();
 
     // Counts not yet flushed, by id (tests read them).

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "frameworks/core/OrvKit.h"
+#include "platform/rt/Object.h"
 #include "platform/gfx/Geometry.h"
 
 class OrvSmudgeImageViewDelegate {

@@ -24,7 +24,7 @@ class OrvImageResultController : public OrvResultViewController {
     // The picture for display. When none is set it is made at first read: from the file
     // (reduced for the screen), else from the asset's full image (reduced), else the zero-size
     // placeholder that marks an asset still in the cloud. May be read on any thread.
-    gfx::ImagePtr inputImage();
+    virtual gfx::ImagePtr inputImage();
     void setInputImage(gfx::ImagePtr image);
     const std::optional<std::string>& inputTempFilePath() const { return inputTempFilePath_; }
     void setInputTempFilePath(std::optional<std::string> path) {

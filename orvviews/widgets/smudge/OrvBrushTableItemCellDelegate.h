@@ -3,6 +3,7 @@
 // that came from the store).
 
 #include "frameworks/core/OrvKit.h"
+#include "platform/rt/Object.h"
 
 class OrvBrushTableItemCellBase;
 
