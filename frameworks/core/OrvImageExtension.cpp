@@ -1,5 +1,7 @@
 #include "frameworks/core/OrvImageExtension.h"
 
+#include "frameworks/core/OrvTSLog.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -192,6 +194,12 @@ gfx::ImagePtr orvImageCorpWithPrecentRect(const gfx::ImagePtr& image, const gfx:
     const int y0 = std::min(px(gfx::rectGetMinY(rect), size.height), size.height - 1);
     const int x1 = std::max(px(gfx::rectGetMaxX(rect), size.width), x0 + 1);
     const int y1 = std::max(px(gfx::rectGetMaxY(rect), size.height), y0 + 1);
+    if (x1 - x0 != px(gfx::rectGetMaxX(rect), size.width) - px(gfx::rectGetMinX(rect), size.width) ||
+        y1 - y0 != px(gfx::rectGetMaxY(rect), size.height) - px(gfx::rectGetMinY(rect), size.height)) {
+        OrvTSLog::warn("crop (%g, %g, %g, %g) holds no whole pixel of a %dx%d picture; kept %dx%d",
+                       rect.origin.x, rect.origin.y, rect.size.width, rect.size.height, size.width,
+                       size.height, x1 - x0, y1 - y0);
+    }
     return uprightCrop(image, x0, y0, x1 - x0, y1 - y0);
 }
 

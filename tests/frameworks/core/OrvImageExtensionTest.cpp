@@ -62,7 +62,8 @@ TEST(OrvImageExtensionTest, TagsAndCropsWorkOnTheUprightPicture) {
     EXPECT_EQ(spell(half), "B/C");
     EXPECT_EQ(half->orientation(), ImageOrientation::Up);
     EXPECT_EQ(half->scale(), 2);
-    EXPECT_EQ(orvImageCorpWithPrecentRect(tagged, gfx::Rect(1, 0, 0.5, 1)), nullptr);
+    // A rectangle past the edge keeps the nearest pixels rather than nothing.
+    EXPECT_EQ(spell(orvImageCorpWithPrecentRect(tagged, gfx::Rect(1, 0, 0.5, 1))), "A/B/C/D");
 
     EXPECT_EQ(spell(orvImageCorpWithRatio(tagged, 1)), "FB/GC");  // centred square of 2 × 4
     EXPECT_EQ(spell(orvImageCorpWithRatio(tagged, 2)), "FB");
