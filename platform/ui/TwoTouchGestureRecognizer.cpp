@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "platform/ui/Touch.h"
+#include "platform/ui/View.h"
 
 namespace orv::ui {
 
@@ -12,7 +13,14 @@ void TwoTouchGestureRecognizer::touchesBegan(const TouchSet& touches, Event* eve
     for (const auto& t : touches) {
         if (numberOfTouches() > 2) ignoreTouch(t.get());
     }
-    if (state() == State::Possible && hasBothTouches()) startTracking();
+    if (state() == State::Possible && hasBothTouches()) {
+        startMidpoint_ = centroid();
+        startTracking();
+    }
+}
+
+gfx::Point TwoTouchGestureRecognizer::startLocationInView(const View* view) const {
+    return view ? view->convertPointFromView(startMidpoint_, nullptr) : startMidpoint_;
 }
 
 void TwoTouchGestureRecognizer::touchesMoved(const TouchSet& touches, Event* event) {

@@ -9,6 +9,11 @@ namespace orv::ui {
 
 class TwoTouchGestureRecognizer : public GestureRecognizer {
     ORV_DECLARE_CLASS(TwoTouchGestureRecognizer)
+  public:
+    // The fingers' midpoint when the second came down, in the view's coordinates as they are
+    // now (null: the window's). What was under the fingers before the gesture could begin.
+    gfx::Point startLocationInView(const View* view) const;
+
   protected:
     void touchesBegan(const TouchSet& touches, Event* event) override;
     void touchesMoved(const TouchSet& touches, Event* event) override;
@@ -26,6 +31,9 @@ class TwoTouchGestureRecognizer : public GestureRecognizer {
     // subclass's own unit, for comparison with hysteresis().
     virtual double trackMove() = 0;
     virtual double hysteresis() const = 0;
+
+  private:
+    gfx::Point startMidpoint_;  // window coordinates
 };
 
 }  // namespace orv::ui
