@@ -56,7 +56,7 @@ bool EditingTour::run(const std::string& photo, const std::string& output) {
     const bool done = open(copy) && applyTool(OrvEditActionTypeVignette, "vignette", 0.05) &&
                       applyTool(OrvEditActionTypeHDR, "hdr", 0.9) && undoRedo() && autoAdjust() &&
                       applyTool(OrvEditActionTypeSharpness, "sharpness", 0.8) &&
-                      paintWithBrushes() && finish(output);
+                      cropPhoto() && paintWithBrushes() && finish(output);
     if (!done) return false;
     const size_t left = temporaryFiles() - filesBefore;
     std::printf("  temporary files left behind: %zu\n", left);
@@ -126,6 +126,61 @@ bool EditingTour::applyTool(long action, const std::string& name, double progres
     report(name.c_str(), start);
     loop().runFor(1.5);
     shoot_("editor-after-" + name);
+    return true;
+}
+
+bool EditingTour::cropPhoto() {
+    const size_t before = editor_->historiesCount();
+    tap(*editor_->toolButton(OrvEditActionTypeCuter));
+    auto tool = std::dynamic_pointer_cast<CropToolController>(editor_->openTool());
+    if (!tool) return fail("the crop tool did not open");
+    const auto& touch = tool->touchView();
+    if (!waitFor([&] { return touch->imageView()->image() != nullptr; })) {
+        return fail("the crop tool never showed the photo");
+    }
+    loop().runFor(0.6);
+    shoot_("crop-open");
+    auto idle = [&] { return waitFor([&] { return !touch->inActioning(); }, 10); };
+
+    tap(*tool->ratioButton(64));  // 4:3
+    loop().runFor(0.5);
+    if (!idle() || touch->regionRatio() <= 1.3) return fail("4:3 did not frame the photo");
+    shoot_("crop-4-3");
+    const gfx::Rect frame = touch->convertRectToView(touch->bounds(), nullptr);
+    const gfx::Point middle{gfx::rectGetMidX(frame), gfx::rectGetMidY(frame)};
+    auto injector = ui::EventInjector::injectorForWindow(window_);
+    injector->pinch(middle, 60, 130, 0.6);
+    loop().runFor(0.6);
+    if (!idle() || touch->zoomScale() <= 1.5) return fail("the pinch did not zoom");
+    shoot_("crop-zoomed");
+    injector->drag({middle, {middle.x + 50, middle.y + 30}}, 0.5);
+    loop().runFor(0.6);
+    idle();
+    shoot_("crop-moved");
+    tap(*tool->turnRightButton());
+    loop().runFor(0.6);
+    if (!idle() || touch->imageOrientation() != gfx::ImageOrientation::Right) {
+        return fail("the photo did not turn right");
+    }
+    shoot_("crop-turned");
+    tap(*tool->mirrorButton());
+    loop().runFor(0.6);
+    if (!idle()) return fail("the mirror never ended");
+    shoot_("crop-mirrored");
+    const gfx::Rect cut = touch->countImageCutRect();
+    std::printf("  crop window on the photo: (%.3f, %.3f, %.3f, %.3f), zoom %.2f\n", cut.origin.x,
+                cut.origin.y, cut.size.width, cut.size.height, touch->zoomScale());
+
+    const auto start = Clock::now();
+    tap(*tool->doneButton());
+    loop().runFor(0.05);
+    shoot_("crop-saving");
+    if (!waitFor([&] { return editor_->historiesCount() == before + 1 && !editor_->openTool(); })) {
+        return fail("the crop tool did not come back with a step");
+    }
+    report("crop", start);
+    loop().runFor(1.5);
+    shoot_("editor-after-crop");
     return true;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 // The demo's main job: a scripted editing session on a phone-sized photo, driven by touches as
 // a user would drive it. The editor opens on a copy of the photo; vignette, HDR, undo, redo,
-// auto adjust, sharpness and brushes follow; finishing saves the full-size photo. Each step prints the
+// auto adjust, sharpness, a crop and brushes follow; finishing saves the full-size photo. Each step prints the
 // time it took and the size of its file, and a picture of every screen state is taken.
 
 #include <chrono>
@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+#include "examples/orvdemo/CropToolController.h"
 #include "examples/orvdemo/EditorComponent.h"
 #include "examples/orvdemo/SmudgeToolController.h"
 #include "platform/ui/Window.h"
@@ -34,6 +35,8 @@ class EditingTour {
     // Paints over the photo with a stamp, a mosaic and an eraser, undoes, redoes, compares and
     // applies.
     bool paintWithBrushes();
+    // Crops to 4:3 after a pinch and a drag, turned right once and mirrored.
+    bool cropPhoto();
     bool chooseBrush(SmudgeToolController& tool, const std::string& code, long size);
     // A finger drawn along a wave from `from` to `to`, in window points.
     void paintWave(gfx::Point from, gfx::Point to, double amplitude);

@@ -16,7 +16,7 @@
 namespace orvdemo {
 
 ORV_DEFINE_CLASS(EditorController, OrvEditMultipleControllerBase, OrvFilterResultControllerDelegate,
-                 SmudgeToolDelegate, OrvComponentErrorDelegate)
+                 SmudgeToolDelegate, CropToolDelegate, OrvComponentErrorDelegate)
 
 namespace {
 
@@ -29,6 +29,7 @@ struct ToolEntry {
 
 // The tools this application has, in the order of its tool bar.
 const ToolEntry kTools[] = {
+    {OrvEditActionTypeCuter, "orv_edit_tool_cuter", "裁剪", &CropToolController::staticClass},
     {OrvEditActionTypeHDR, "orv_edit_tool_hdr", "HDR", &OrvEditHDRControllerBase::staticClass},
     {OrvEditActionTypeHolyLight, "orv_edit_tool_holy", "柔光",
      &OrvEditHolyLightControllerBase::staticClass},
@@ -175,6 +176,11 @@ std::shared_ptr<OrvFilterResultController> EditorController::makeParameterTool(l
 }
 
 std::shared_ptr<OrvImageResultController> EditorController::makeTool(long action) {
+    if (action == OrvEditActionTypeCuter) {
+        auto tool = rt::make<CropToolController>();
+        tool->setDelegate(std::static_pointer_cast<CropToolDelegate>(self<EditorController>()));
+        return tool;
+    }
     if (action == OrvEditActionTypeSmudge) {
         auto tool = rt::make<SmudgeToolController>();
         tool->setDelegate(std::static_pointer_cast<SmudgeToolDelegate>(self<EditorController>()));
@@ -201,6 +207,8 @@ void EditorController::onEditWithAction(long action) {
         connectParameterTool(parameter, action);
     } else if (auto smudge = std::dynamic_pointer_cast<SmudgeToolController>(tool)) {
         connectCancel(*smudge->screen()->cancelButton());
+    } else if (auto crop = std::dynamic_pointer_cast<CropToolController>(tool)) {
+        connectCancel(*crop->cancelButton());
     }
     openTool_ = tool;
     ::orvPushViewController(*this, tool, true);
@@ -242,6 +250,10 @@ void EditorController::onOrvKitFilterResult(OrvFilterResultController&, const Re
 }
 
 void EditorController::onSmudgeToolResult(SmudgeToolController&, const ResultPtr& result) {
+    takeToolResult(result);
+}
+
+void EditorController::onCropToolResult(CropToolController&, const ResultPtr& result) {
     takeToolResult(result);
 }
 

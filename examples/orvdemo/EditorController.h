@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 
+#include "examples/orvdemo/CropToolController.h"
 #include "examples/orvdemo/SmudgeToolController.h"
 #include "frameworks/core/OrvKit.h"
 #include "orvviews/edit/OrvEditMultipleControllerBase.h"
@@ -30,6 +31,7 @@ class EditorDelegate {
 class EditorController : public OrvEditMultipleControllerBase,
                          public OrvFilterResultControllerDelegate,
                          public SmudgeToolDelegate,
+                         public CropToolDelegate,
                          public OrvComponentErrorDelegate {
     ORV_DECLARE_CLASS(EditorController)
   public:
@@ -48,6 +50,7 @@ class EditorController : public OrvEditMultipleControllerBase,
     // A tool's file, or its failure.
     void onOrvKitFilterResult(OrvFilterResultController& tool, const ResultPtr& result) override;
     void onSmudgeToolResult(SmudgeToolController& tool, const ResultPtr& result) override;
+    void onCropToolResult(CropToolController& tool, const ResultPtr& result) override;
     void onComponent(const std::shared_ptr<ui::ViewController>& controller,
                      const std::shared_ptr<OrvResult>& result,
                      const std::shared_ptr<rt::Error>& error) override;
