@@ -22,6 +22,7 @@
 #include <string>
 #include <vector>
 
+#include "examples/orvdemo/CropOrientationTour.h"
 #include "examples/orvdemo/EditingTour.h"
 #include "examples/orvdemo/FilterContactSheet.h"
 #include "examples/orvdemo/FilterDemoController.h"
@@ -103,6 +104,7 @@ class Session {
         orvdemo::EditingTour tour(window_, home_.get(),
                                   [this](const std::string& name) { shoot(name); });
         if (!tour.run(photos + "dragonfly.jpg", (out_ / "edited-dragonfly.jpg").string())) return 1;
+        if (int failed = cropEveryOrientation(photos + "dragonfly.jpg")) return failed;
 
         if (!server_.start()) return fail("the loopback server did not start");
         auto cup = imageWithContentsOfFile(photos + "coffee.png");
@@ -277,6 +279,19 @@ class Session {
         shoot("filter-after");
         std::printf("  look %s: %s moved from %.2f to %.2f\n", params->code().c_str(),
                     arg->key().c_str(), before, arg->value());
+        return 0;
+    }
+
+    // The photo under each EXIF orientation, cropped: each must come out upright and framed as
+    // the window showed it.
+    int cropEveryOrientation(const std::string& photo) {
+        std::printf("crop tool, the photo under every EXIF orientation:\n");
+        auto tour = orv::rt::make<orvdemo::CropOrientationTour>();
+        tour->setWindow(window_);
+        tour->setShoot([this](const std::string& name) { shoot(name); });
+        const fs::path sheet = out_ / "crop-orientations.png";
+        if (!tour->run(photo, sheet.string())) return fail("a crop of a tagged photo went wrong");
+        std::printf("  %s\n", sheet.c_str());
         return 0;
     }
 
