@@ -1,13 +1,28 @@
 #include "orvviews/views/OrvTouchImageView.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "frameworks/core/OrvImageExtension.h"
 #include "frameworks/core/OrvStatistics.h"
+#include "frameworks/core/OrvTSLog.h"
 #include "frameworks/core/OrvViewGeometry.h"
 #include "platform/ui/TapGestureRecognizer.h"
 
 ORV_DEFINE_CLASS(OrvTouchImageView, ui::View, ui::ScrollViewDelegate, OrvTouchImageViewInterface)
+
+namespace {
+
+// A ratio that is not a positive number means no window.
+double usableRatio(double ratio) {
+    if (std::isfinite(ratio) && ratio >= 0) return ratio;
+    OrvTSLog::warn("crop ratio %g taken as no window", ratio);
+    return 0;
+}
+
+double clampedFraction(double value) { return std::isfinite(value) ? std::clamp(value, 0.0, 1.0) : 0; }
+
+}  // namespace
 
 std::shared_ptr<OrvTouchImageView> OrvTouchImageView::me() {
     return std::static_pointer_cast<OrvTouchImageView>(shared_from_this());
@@ -63,6 +78,7 @@ const std::shared_ptr<OrvMaskRegionView>& OrvTouchImageView::cutRegionView() {
 }
 
 void OrvTouchImageView::setRegionRatio(double ratio) {
+    ratio = usableRatio(ratio);
     regionRatio_ = ratio;
     cutRegionView()->setRegionRatio(ratio);
 }
@@ -130,6 +146,7 @@ void OrvTouchImageView::setAnimingState(bool animating) {
 }
 
 void OrvTouchImageView::changeRegionRatio(double ratio) {
+    ratio = usableRatio(ratio);
     if (isInAniming_ || ratio == regionRatio_) return;
     regionRatio_ = ratio;
     setAnimingState(true);
@@ -238,8 +255,15 @@ gfx::Rect OrvTouchImageView::countImageCutRect() {
             region.size.width / width, region.size.height / height};
 }
 
-void OrvTouchImageView::restoreWithZoomRect(const gfx::Rect& rect, double zoomScale) {
-    if (gfx::rectIsEmpty(rect)) return;
+void OrvTouchImageView::restoreWithZoomRect(const gfx::Rect& given, double zoomScale) {
+    if (gfx::rectIsEmpty(given) || !std::isfinite(zoomScale)) return;
+    // A crop saved from elsewhere may reach past the picture: its corner is kept on it.
+    const gfx::Rect rect{clampedFraction(given.origin.x), clampedFraction(given.origin.y),
+                         given.size.width, given.size.height};
+    if (rect.origin != given.origin) {
+        OrvTSLog::warn("crop (%g, %g) starts off the picture; moved onto it", given.origin.x,
+                       given.origin.y);
+    }
     wrapView_->setZoomScale(zoomScale);
     const double width = imageView_->frame().size.width * zoomScale;
     const double height = imageView_->frame().size.height * zoomScale;

@@ -117,6 +117,13 @@ TEST_F(OrvTouchImageViewTest, RatioChangesMoveTheWindowAndRelayTheStates) {
     EXPECT_NEAR(cut.size.height, 1, 1e-3);  // a tall window: the picture's full height
     EXPECT_NEAR(cut.origin.x + cut.size.width / 2, 0.5, 1e-3);
     EXPECT_NEAR(cut.size.width / cut.size.height * 800 / 600, 0.75, 1e-3);
+    // Ratios that are no number or below zero mean no window.
+    for (double bad : {std::nan(""), -1.0}) {
+        view->setRegionRatio(bad);
+        EXPECT_EQ(view->regionRatio(), 0);
+        EXPECT_TRUE(gfx::rectIsEmpty(view->countImageCutRect()));
+    }
+    view->setRegionRatio(0.75);
     // An extreme picture still lays out and crops something.
     view->setImage(makePicture(1, 4000));
     const gfx::Rect thin = view->countImageCutRect();
