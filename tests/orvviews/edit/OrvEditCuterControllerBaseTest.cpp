@@ -7,6 +7,7 @@
 #include "frameworks/core/OrvStatistics.h"
 #include "orvviews/edit/OrvEditTurnAndCutViewControllerBase.h"
 #include "platform/gfx/BitmapOps.h"
+#include "tests/support/ExifTestPhotos.h"
 #include "tests/support/ScreenFixture.h"
 
 namespace {
@@ -149,6 +150,40 @@ TEST_F(CropToolsTest, CropsTheTurnedOriginalUprightOrOnlyReturnsTheSettings) {
     ASSERT_TRUE(waitForResult(*settings));
     EXPECT_EQ(settings->delivered->image(), nullptr);
     EXPECT_TRUE(gfx::rectIsEmpty(settings->delivered->cutRect()));
+}
+
+// A camera's file under each EXIF orientation: the quadrant the window framed comes out upright,
+// whatever the stored pixels' order.
+TEST_F(CropToolsTest, CropsCameraFilesUprightUnderEveryExifOrientation) {
+    const gfx::ImageOrientation tagOfExif[9] = {
+        gfx::ImageOrientation::Up,           gfx::ImageOrientation::Up,
+        gfx::ImageOrientation::UpMirrored,   gfx::ImageOrientation::Down,
+        gfx::ImageOrientation::DownMirrored, gfx::ImageOrientation::LeftMirrored,
+        gfx::ImageOrientation::Right,        gfx::ImageOrientation::RightMirrored,
+        gfx::ImageOrientation::Left};
+    for (int exif = 1; exif <= 8; ++exif) {
+        SCOPED_TRACE(exif);
+        const std::string path = orv::test::writeCameraJpeg(exif, OrvTSFileManager::newTemporaryPath(".jpg"));
+        ASSERT_FALSE(path.empty());
+        auto tool = rt::make<CuterTool>();
+        tool->setInputTempFilePath(path);
+        showRoot(tool);
+        tool->setCurrentRatioType(64);  // 4:3, the photo's own
+        tool->touch->orientation = tagOfExif[exif];
+        tool->touch->cut = {0.5, 0.5, 0.5, 0.5};  // the yellow quadrant, bottom right
+        tool->onImageCompleteAtion();
+        ASSERT_TRUE(waitForResult(*tool));
+        const auto& image = tool->delivered->image();
+        ASSERT_TRUE(image);
+        EXPECT_EQ(image->orientation(), gfx::ImageOrientation::Up);
+        ASSERT_EQ(image->bitmap()->width(), orv::test::kPhotoWidth / 2);
+        ASSERT_EQ(image->bitmap()->height(), orv::test::kPhotoHeight / 2);
+        const uint8_t* middle = image->bitmap()->pixel(16, 12);
+        EXPECT_NEAR(middle[0], 230, 12);
+        EXPECT_NEAR(middle[1], 220, 12);
+        EXPECT_NEAR(middle[2], 40, 12);
+        OrvTSFileManager::deletePath(path);
+    }
 }
 
 TEST_F(CropToolsTest, CombinedToolTurnsThenCropsToItsSizeThenAppliesTheLook) {
