@@ -23,6 +23,7 @@
 #include <vector>
 
 #include "examples/orvdemo/CropOrientationTour.h"
+#include "examples/orvdemo/DemoWait.h"
 #include "examples/orvdemo/EditingTour.h"
 #include "examples/orvdemo/TurnCutToolController.h"
 #include "examples/orvdemo/FilterContactSheet.h"
@@ -309,14 +310,14 @@ class Session {
         tool->setOnResult([&](const std::shared_ptr<OrvResult>& r) { result = r; });
         window_->setRootViewController(tool);
         const auto& touch = tool->touchView();
-        if (!waitFor([&] { return touch->imageView()->image() != nullptr; })) {
+        if (!orvdemo::waitFor([&] { return touch->imageView()->image() != nullptr; })) {
             return fail("the turn-and-crop tool never showed the photo");
         }
         loop().runFor(0.5);
         shoot("turn-cut-open");
         const auto plain = touch->imageView()->image();
         tap(*tool->lookButton("FM02"));
-        if (!waitFor([&] {
+        if (!orvdemo::waitFor([&] {
                 return touch->imageView()->image() != plain &&
                        OrvPopupProgress::sharedView()->superview() == nullptr;
             })) {
@@ -331,7 +332,7 @@ class Session {
         }
         shoot("turn-cut-turned");
         tap(*tool->doneButton());
-        if (!waitFor([&] { return result != nullptr; }) || !result->imagePath()) {
+        if (!orvdemo::waitFor([&] { return result != nullptr; }) || !result->imagePath()) {
             return fail("the turn-and-crop tool saved nothing");
         }
         const fs::path saved = out_ / "turn-cut.jpg";
@@ -437,17 +438,6 @@ class Session {
                         result->imageAsset()->localIdentifier().c_str());
         }
         return 0;
-    }
-
-    // Work off the main thread takes real time, animations the stepped clock's: both go on.
-    static bool waitFor(const std::function<bool()>& done, double seconds = 60) {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-        while (!done()) {
-            if (std::chrono::steady_clock::now() > end) return false;
-            loop().runUntil(done, 0.02);
-            loop().runFor(1.0 / 30);
-        }
-        return true;
     }
 
     void tap(ui::View& view) {

@@ -1,9 +1,9 @@
 #include "examples/orvdemo/CropOrientationTour.h"
 
-#include <chrono>
 #include <cstdio>
 #include <vector>
 
+#include "examples/orvdemo/DemoWait.h"
 #include "frameworks/core/OrvImageExtension.h"
 #include "frameworks/core/OrvTSFileManager.h"
 #include "platform/gfx/AttributedString.h"
@@ -27,16 +27,6 @@ const char* const kNames[] = {"1 up",           "3 down",          "8 left",
                               "5 left mirrored", "7 right mirrored"};
 
 rt::RunLoop& loop() { return rt::RunLoop::main(); }
-
-bool waitFor(const std::function<bool()>& done, double seconds = 60) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-    while (!done()) {
-        if (std::chrono::steady_clock::now() > end) return false;
-        loop().runUntil(done, 0.02);
-        loop().runFor(1.0 / 30);
-    }
-    return true;
-}
 
 // The stored pixels that show as `upright` under the tag: the tag's turn undone. The quarter
 // turns undo each other; every other tag is its own inverse.

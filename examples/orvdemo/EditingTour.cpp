@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "examples/orvdemo/DemoWait.h"
 #include "examples/orvdemo/ParameterToolView.h"
 #include "frameworks/core/OrvBrushLocalPackage.h"
 #include "frameworks/core/OrvTSFileManager.h"
@@ -357,17 +358,6 @@ bool EditingTour::finish(const std::string& output) {
     delivered_.reset();
     loop().runFor(0.5);
     std::printf("  saved %s\n", output.c_str());
-    return true;
-}
-
-bool EditingTour::waitFor(const std::function<bool()>& done, double seconds) {
-    // Work off the main thread takes real time, animations take the stepped clock's: both go on.
-    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
-    while (!done()) {
-        if (Clock::now() > end) return false;
-        loop().runUntil(done, 0.02);
-        loop().runFor(1.0 / 30);
-    }
     return true;
 }
 

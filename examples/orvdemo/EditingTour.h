@@ -43,8 +43,6 @@ class EditingTour {
     bool autoAdjust();
     bool finish(const std::string& output);
 
-    // Runs the loop until `done`, for up to `seconds` of real time.
-    bool waitFor(const std::function<bool()>& done, double seconds = 120);
     void tap(ui::View& view);
     // A line of the session's log: what happened, how long it took, the size of the new step.
     void report(const char* what, std::chrono::steady_clock::time_point since);
