@@ -75,6 +75,28 @@ TEST_F(OrvTouchImageViewTest, TheWindowFramesTheMiddleOfThePictureAndZoomNarrows
     EXPECT_EQ(view->zoomScale(), OrvTouchImageView::kMaximumZoom);
 }
 
+TEST_F(OrvTouchImageViewTest, DraggingMovesTheFramedPartAndReleaseKeepsItOnThePicture) {
+    view->setRegionRatio(1);
+    view->setImage(makePicture(800, 600));
+    view->wrapView()->setZoomScale(2);  // the picture 1000 × 750 points, the window 375
+    const gfx::Rect before = view->countImageCutRect();
+    auto injector = ui::EventInjector::injectorForWindow(window);
+    // Fifty points to the left: the window sees fifty points further right on the picture.
+    injector->drag({{250, 300}, {225, 300}, {200, 300}}, 0.3);
+    settle(0.5);
+    const gfx::Rect after = view->countImageCutRect();
+    EXPECT_NEAR(after.origin.x - before.origin.x, 50.0 / 1000, 2e-3);
+    EXPECT_NEAR(after.origin.y, before.origin.y, 2e-3);
+    EXPECT_NEAR(after.size.width, before.size.width, 1e-6);
+    // Dragged far past the picture's edge, it springs back: the window stays on the picture.
+    for (int i = 0; i < 4; ++i) {
+        injector->drag({{20, 300}, {200, 300}, {370, 300}}, 0.3);
+        settle(0.5);
+    }
+    const gfx::Rect edge = view->countImageCutRect();
+    EXPECT_NEAR(edge.origin.x, 0, 1e-3);
+}
+
 TEST_F(OrvTouchImageViewTest, TurnsAndMirrorsAnimateThenRetagTheSamePixels) {
     OrvStatistics::resetForTesting();
     view->setRegionRatio(1);
