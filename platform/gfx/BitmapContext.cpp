@@ -9,6 +9,7 @@
 #include <deque>
 #include <mutex>
 
+#include "platform/gfx/AffineComposite.h"
 #include "platform/gfx/BitmapOps.h"
 #include "platform/gfx/CairoPath.h"
 #include "platform/gfx/Coverage.h"
@@ -85,8 +86,9 @@ bool isWholeTranslation(const AffineTransform& m) {
 struct Source {
     PixmanPtr image;
     std::optional<AffineTransform> deviceToSource;
-    int dx = 0, dy = 0;  // picture pixel = device pixel + (dx, dy), without a transform
-    BitmapPtr keep;      // pixels the image reads when they are a converted copy
+    bool smooth = false;  // sampled bilinearly through deviceToSource
+    int dx = 0, dy = 0;   // picture pixel = device pixel + (dx, dy), without a transform
+    BitmapPtr keep;       // pixels the image reads when they are a converted copy
 };
 
 struct MaskRef {
@@ -116,13 +118,16 @@ struct ScaledMask {
     MaskRef ref;
 };
 
-bool setTransform(pixman_image_t* image, const AffineTransform& t) {
+// What a transformed source is sampled through on `region`, in pixman's 16.16: relative to the
+// region, so that its numbers stay small. None when they don't fit.
+std::optional<pixman_transform_t> regionTransform(const Source& src, const PixelBox& region) {
+    const AffineTransform t =
+        AffineTransform::translation(region.x0, region.y0).concat(*src.deviceToSource);
     for (double v : {t.a, t.b, t.c, t.d, t.tx, t.ty}) {
-        if (!(std::fabs(v) < kFixedLimit)) return false;
+        if (!(std::fabs(v) < kFixedLimit)) return std::nullopt;
     }
     auto f = [](double v) { return static_cast<pixman_fixed_t>(std::lround(v * 65536)); };
-    pixman_transform_t m{{{f(t.a), f(t.c), f(t.tx)}, {f(t.b), f(t.d), f(t.ty)}, {0, 0, f(1)}}};
-    return pixman_image_set_transform(image, &m);
+    return pixman_transform_t{{{f(t.a), f(t.c), f(t.tx)}, {f(t.b), f(t.d), f(t.ty)}, {0, 0, f(1)}}};
 }
 
 // Composites `src` through `mask` over `region` of `dest`, whose pixel (0, 0) is the device
@@ -131,15 +136,71 @@ void composite(pixman_op_t op, const Source& src, const MaskRef& mask, pixman_im
                int originX, int originY, const PixelBox& region) {
     int sx = region.x0 + src.dx, sy = region.y0 + src.dy;
     if (src.deviceToSource) {
-        // Relative to the region, so the transform's numbers stay small for pixman.
-        const AffineTransform t =
-            AffineTransform::translation(region.x0, region.y0).concat(*src.deviceToSource);
-        if (!setTransform(src.image.get(), t)) return;
+        const std::optional<pixman_transform_t> m = regionTransform(src, region);
+        if (!m || !pixman_image_set_transform(src.image.get(), &*m)) return;
         sx = sy = 0;
     }
     pixman_image_composite32(op, src.image.get(), mask.image, dest, sx, sy, region.x0 - mask.x,
                              region.y0 - mask.y, region.x0 - originX, region.y0 - originY,
                              region.width(), region.height());
+}
+
+// 32-bit pixels whose bytes mean the same in both formats, the destination's with alpha (the
+// picture's may be padding).
+bool composable(pixman_format_code_t picture, pixman_format_code_t dest) {
+    auto rgb8 = [](pixman_format_code_t f) {
+        return PIXMAN_FORMAT_BPP(f) == 32 && PIXMAN_FORMAT_R(f) == 8 && PIXMAN_FORMAT_G(f) == 8 &&
+               PIXMAN_FORMAT_B(f) == 8;
+    };
+    return rgb8(picture) && rgb8(dest) && PIXMAN_FORMAT_TYPE(picture) == PIXMAN_FORMAT_TYPE(dest) &&
+           PIXMAN_FORMAT_A(dest) == 8;
+}
+
+uint8_t* bytesAt(pixman_image_t* image, int x, int y) {
+    const int pixelBytes = PIXMAN_FORMAT_BPP(pixman_image_get_format(image)) / 8;
+    return reinterpret_cast<uint8_t*>(pixman_image_get_data(image)) +
+           static_cast<ptrdiff_t>(pixman_image_get_stride(image)) * y +
+           static_cast<ptrdiff_t>(pixelBytes) * x;
+}
+
+size_t rowBytesOf(pixman_image_t* image) {
+    return static_cast<size_t>(pixman_image_get_stride(image));
+}
+
+AffineComposite::Picture pictureOf(pixman_image_t* image) {
+    return {bytesAt(image, 0, 0), pixman_image_get_width(image), pixman_image_get_height(image),
+            rowBytesOf(image), PIXMAN_FORMAT_A(pixman_image_get_format(image)) == 0};
+}
+
+// The coverage over its box.
+AffineComposite::Mask maskOver(const Coverage& c) {
+    if (!c.mask()) return {};
+    return {bytesAt(c.mask(), c.box().x0 - c.maskX(), c.box().y0 - c.maskY()),
+            rowBytesOf(c.mask())};
+}
+
+// As pixman's masks take an alpha: rounded once to a byte.
+uint8_t alphaByte(double alpha) {
+    return static_cast<uint8_t>(alpha >= 1 ? 255 : std::lround(unitInterval(alpha) * 255));
+}
+
+// pixman samples a turned (or skewed) picture through its general path, a pixel at a time;
+// source over and destination out of one go through AffineComposite instead, which gives the
+// same bytes several times faster. False when it doesn't apply: nearest sampling, plain
+// scalings (pixman has fast paths for them), formats that need converting, processors without
+// the vector loop.
+bool composeTurned(AffineComposite::Op op, const Source& src, const Coverage& coverage,
+                   double alpha, pixman_image_t* dest) {
+    if (!src.deviceToSource || !src.smooth || !AffineComposite::vectorised()) return false;
+    const PixelBox& r = coverage.box();
+    const std::optional<pixman_transform_t> m = regionTransform(src, r);
+    if (!m || (m->matrix[0][1] == 0 && m->matrix[1][0] == 0)) return false;
+    pixman_image_t* picture = src.image.get();
+    if (!composable(pixman_image_get_format(picture), pixman_image_get_format(dest))) return false;
+    AffineComposite(pictureOf(picture), *m, op, alphaByte(alpha))
+        .run({bytesAt(dest, r.x0, r.y0), rowBytesOf(dest), r.width(), r.height()},
+             maskOver(coverage));
+    return true;
 }
 
 Source solidSource(const Color& color, double alpha, bool swapRB) {
@@ -359,6 +420,7 @@ std::optional<Source> BitmapContext::Impl::imageSource(const Bitmap& bitmap,
     if (!(std::fabs(m.a * m.d - m.b * m.c) > 1e-12)) return std::nullopt;
     s.deviceToSource = m.inverted();
     const bool nearest = state.interpolation == InterpolationQuality::None;
+    s.smooth = !nearest;
     pixman_image_set_filter(s.image.get(), nearest ? PIXMAN_FILTER_NEAREST : PIXMAN_FILTER_BILINEAR,
                             nullptr, 0);
     // The shape's coverage bounds the picture; padding keeps its edge pixels from fading into
@@ -411,8 +473,10 @@ void BitmapContext::Impl::blend(const Source& src, const Coverage& coverage, Ble
     switch (mode) {
         case BlendMode::Normal:
         case BlendMode::DestinationOut: {
-            const ScaledMask m(coverage, alpha);
             const bool over = mode == BlendMode::Normal;
+            const auto op = over ? AffineComposite::Op::Over : AffineComposite::Op::OutReverse;
+            if (composeTurned(op, src, coverage, alpha, d)) return;
+            const ScaledMask m(coverage, alpha);
             composite(over ? PIXMAN_OP_OVER : PIXMAN_OP_OUT_REVERSE, src, m.ref, d, 0, 0, r);
             return;
         }

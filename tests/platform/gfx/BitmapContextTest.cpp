@@ -334,13 +334,22 @@ TEST(BitmapContextTest, OddInputsDrawNothingOrSomethingSensible) {
 TEST(BitmapContextSnapshots, RecycledSnapshotsMatchFreshCopiesAndHeldOnesStayPut) {
     BitmapContext recycling(64, 48), plain(64, 48);
     recycling.setRecyclesSnapshots(true);
+    // Fills, and turned pictures (which the context composes itself) drawn over and erased.
+    const BitmapPtr picture = bitmapOf(3, 2, {kRed, kBlue, kRed, {0, 0, 90, 90}, kBlue, kRed});
     auto drawBoth = [&](const Color& color, const Rect& rect, double angle) {
         for (BitmapContext* c : {&recycling, &plain}) {
             c->saveGState();
             c->translateCTM(rect.origin.x, rect.origin.y);
             c->rotateCTM(angle);
+            const Rect area{0, 0, rect.size.width, rect.size.height};
+            const int kind = int(rect.origin.x) % 3;
             c->setFillColor(color);
-            c->fillRect({0, 0, rect.size.width, rect.size.height});
+            if (kind == 0) {
+                c->fillRect(area);
+            } else {
+                c->setBlendMode(kind == 1 ? BlendMode::Normal : BlendMode::DestinationOut);
+                c->drawImage(area, *picture);
+            }
             c->restoreGState();
         }
     };
