@@ -75,12 +75,40 @@ ImagePtr reducedBy(const ImagePtr& image, double factor) {
 }
 
 // The upright picture cut to a rectangle of pixels; null when nothing of it is inside.
+// The stored pixels behind an upright box (x, y, width, height): where the orientation puts the
+// box's corners, as pixel edges of the stored bitmap of size w × h.
+struct StoredBox {
+    int x, y, width, height;
+};
+StoredBox storedBox(ImageOrientation orientation, int w, int h, int x, int y, int width,
+                    int height) {
+    const int x1 = x + width, y1 = y + height;
+    switch (orientation) {
+        case ImageOrientation::Up: return {x, y, width, height};
+        case ImageOrientation::Down: return {w - x1, h - y1, width, height};
+        case ImageOrientation::UpMirrored: return {w - x1, y, width, height};
+        case ImageOrientation::DownMirrored: return {x, h - y1, width, height};
+        case ImageOrientation::Left: return {w - y1, x, height, width};
+        case ImageOrientation::Right: return {y, h - x1, height, width};
+        case ImageOrientation::LeftMirrored: return {y, x, height, width};
+        case ImageOrientation::RightMirrored: return {w - y1, h - x1, height, width};
+    }
+    return {x, y, width, height};
+}
+
+// The stored pixels are cut first and only the piece is turned upright: a crop of a big photo
+// never turns the whole of it.
 ImagePtr uprightCrop(const ImagePtr& image, int x, int y, int width, int height) {
-    const ImagePtr upright = orvImageRotatedToUp(image);
-    const gfx::Bitmap& bitmap = *upright->bitmap();
-    if (x == 0 && y == 0 && width == bitmap.width() && height == bitmap.height()) return upright;
-    auto cropped = BitmapOps::cropped(bitmap, x, y, width, height);
-    return cropped ? gfx::Image::withBitmap(std::move(cropped), image->scale()) : nullptr;
+    const gfx::Bitmap& bitmap = *image->bitmap();
+    const StoredBox box =
+        storedBox(image->orientation(), bitmap.width(), bitmap.height(), x, y, width, height);
+    if (box.x == 0 && box.y == 0 && box.width == bitmap.width() && box.height == bitmap.height()) {
+        return orvImageRotatedToUp(image);
+    }
+    auto cropped = BitmapOps::cropped(bitmap, box.x, box.y, box.width, box.height);
+    if (!cropped) return nullptr;
+    return orvImageRotatedToUp(
+        gfx::Image::withBitmap(std::move(cropped), image->scale(), image->orientation()));
 }
 
 // A camera's EXIF block, thumbnail included, fits in one segment of at most 64 KiB; only a large

@@ -70,6 +70,32 @@ TEST(OrvImageExtensionTest, TagsAndCropsWorkOnTheUprightPicture) {
     EXPECT_EQ(spell(orvImageCorpWithRatio(letters(), 1)), "BC/FG");
 }
 
+// A crop of a tagged picture is the same part of what the user sees however it is worked out:
+// here against turning the whole picture first.
+TEST(OrvImageExtensionTest, CropsOfTaggedPicturesMatchCroppingTheUprightPicture) {
+    auto stored = std::make_shared<gfx::Bitmap>(7, 5);
+    for (size_t i = 0; i < 35; ++i) {
+        stored->mutableData()[4 * i] = uint8_t(7 * i);
+        stored->mutableData()[4 * i + 3] = 255;
+    }
+    const gfx::Rect rects[] = {{0.2, 0.1, 0.5, 0.6}, {0, 0, 1, 1}, {0.6, 0.6, 0.4, 0.4},
+                               {0.0, 0.5, 0.3, 0.5}};
+    for (int o = 0; o < 8; ++o) {
+        auto image = gfx::Image::withBitmap(stored, 1, gfx::ImageOrientation(o));
+        auto upright = orvImageRotatedToUp(image);
+        for (const gfx::Rect& rect : rects) {
+            auto expected = orvImageCorpWithPrecentRect(upright, rect);
+            auto actual = orvImageCorpWithPrecentRect(image, rect);
+            ASSERT_EQ(actual->bitmap()->width(), expected->bitmap()->width()) << o;
+            ASSERT_EQ(actual->bitmap()->height(), expected->bitmap()->height()) << o;
+            EXPECT_EQ(0, std::memcmp(actual->bitmap()->data(), expected->bitmap()->data(),
+                                     expected->bitmap()->byteCount()))
+                << "orientation " << o << " rect " << rect.origin.x << "," << rect.origin.y;
+            EXPECT_EQ(actual->orientation(), gfx::ImageOrientation::Up);
+        }
+    }
+}
+
 // Whatever the tag a picture has, turning and mirroring must show the upright picture turned or
 // mirrored as the user asked, without touching the pixels.
 TEST(OrvImageExtensionTest, TurnsAndMirrorsActOnWhatTheUserSees) {
