@@ -33,7 +33,8 @@ void BM_PanFrame(benchmark::State& state) {
     double t = 0;
     for (auto _ : state) {
         t += 0.05;
-        view->wrapView()->setContentOffset({start.x + 30 * std::sin(t), start.y + 20 * std::cos(t)});
+        view->wrapView()->setContentOffset(
+            {start.x + 30 * std::sin(t), start.y + 20 * std::cos(t)});
     }
 }
 BENCHMARK(BM_PanFrame)->Unit(benchmark::kMicrosecond);

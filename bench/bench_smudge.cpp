@@ -149,7 +149,8 @@ BENCHMARK(BM_HistoryPngWrite)->Unit(benchmark::kMillisecond);
 // libmypaint laying the same dabs: 10 soft dabs of the same diameter in one atomic block (its
 // dabs are rendered when the block ends).
 void BM_MyPaintDabs(benchmark::State& state) {
-    MyPaintFixedTiledSurface* surface = mypaint_fixed_tiled_surface_new(kCanvasWidth, kCanvasHeight);
+    MyPaintFixedTiledSurface* surface =
+        mypaint_fixed_tiled_surface_new(kCanvasWidth, kCanvasHeight);
     MyPaintSurface* base = reinterpret_cast<MyPaintSurface*>(surface);
     const float radius = float(kBrushPoints * 3 / 2);
     // Our spacing: 0.8 of the brush picture's width times the size, in points, at 3x.

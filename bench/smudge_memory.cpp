@@ -2,9 +2,9 @@
 // canvas view takes it (its canvas is the photo at the screen's size), fifty strokes with a
 // stamp, a mosaic and an eraser brush are saved in the history, the history is walked back and
 // forth, and the full-size result is made. Strokes come at the pace of a quick hand, since the
-// history is written to disk in the background while the user paints. History entries live on disk once written, so the
-// peak should stay under three full-size bitmaps (width × height × 4) above the start, however
-// long the history.
+// history is written to disk in the background while the user paints. History entries live on disk
+// once written, so the peak should stay under three full-size bitmaps (width × height × 4) above
+// the start, however long the history.
 //
 //     orv_bench_smudge_memory [photo.jpg]
 
@@ -29,7 +29,9 @@ constexpr int kMovesPerStroke = 20;
 // A quick hand: a stroke and the lift of the finger take at least this long.
 constexpr auto kStrokePace = std::chrono::milliseconds(300);
 
-double mib(long kib) { return kib / 1024.0; }
+double mib(long kib) {
+    return kib / 1024.0;
+}
 
 void stroke(OrvSmudgeImageViewWrap& wrap, int index) {
     auto processor = wrap.getSmudgeProcessor();
@@ -53,9 +55,8 @@ int main(int argc, char** argv) {
     orv::rt::RunLoop::main();
     ui::Screen::main().setBounds({0, 0, 390, 844});
     ui::Screen::main().setScale(3);
-    const std::string path = argc > 1 ? argv[1]
-                                      : orv::rt::Bundle::main().resourcePath() +
-                                            "/photos/dragonfly.jpg";
+    const std::string path =
+        argc > 1 ? argv[1] : orv::rt::Bundle::main().resourcePath() + "/photos/dragonfly.jpg";
     const long startKiB = orv::bench::residentKiB();
     long peakKiB = 0;
     double fullMiB = 0;
@@ -78,7 +79,8 @@ int main(int argc, char** argv) {
         const char* brushes[] = {"round_soft", "mosaic", orvEraserBrushCode};
         const auto start = std::chrono::steady_clock::now();
         for (int i = 0; i < kStrokes; ++i) {
-            wrap->setBrush(OrvBrushLocalPackage::package()->brushWithCode(std::string(brushes[i % 3])));
+            wrap->setBrush(
+                OrvBrushLocalPackage::package()->brushWithCode(std::string(brushes[i % 3])));
             const auto next = std::chrono::steady_clock::now() + kStrokePace;
             stroke(*wrap, i);
             std::this_thread::sleep_until(next);
@@ -92,7 +94,8 @@ int main(int argc, char** argv) {
         for (int i = 0; i < 10; ++i) wrap->redo();
         const long paintingPeakKiB = sampler.peakKiB();
         auto result = wrap->getCanvasImage(photo);
-        std::printf("canvas %dx%d, %d strokes in %.2f s\n", wrap->getSmudgeImage()->bitmap()->width(),
+        std::printf("canvas %dx%d, %d strokes in %.2f s\n",
+                    wrap->getSmudgeImage()->bitmap()->width(),
                     wrap->getSmudgeImage()->bitmap()->height(), kStrokes, paintSeconds);
         std::printf("resident after the strokes, above the start: %.1f MiB (%.2f full bitmaps)\n",
                     mib(afterStrokesKiB - startKiB), mib(afterStrokesKiB - startKiB) / fullMiB);

@@ -39,8 +39,8 @@ void BrushCell::layoutSubviews() {
     OrvBrushTableItemCellBase::layoutSubviews();
     const gfx::Size size = bounds().size;
     upright_->setTransform(gfx::AffineTransform::identity());
-    upright_->setFrame({(size.width - size.height) / 2, (size.height - size.width) / 2,
-                        size.height, size.width});
+    upright_->setFrame(
+        {(size.width - size.height) / 2, (size.height - size.width) / 2, size.height, size.width});
     upright_->setTransform(gfx::AffineTransform::rotation(M_PI / 2));
     const double width = size.height;
     tile_->setFrame({(width - kTileSide) / 2, 6, kTileSide, kTileSide});

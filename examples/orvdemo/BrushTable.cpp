@@ -13,7 +13,8 @@ std::shared_ptr<BrushTable> BrushTable::stripWithFrame(const gfx::Rect& frame) {
     // Turned, the table's width is the strip's height and its height the strip's width.
     auto table = OrvTableView::table<BrushTable>();
     table->setBounds({0, 0, frame.size.height, frame.size.width});
-    table->setCenter({frame.origin.x + frame.size.width / 2, frame.origin.y + frame.size.height / 2});
+    table->setCenter(
+        {frame.origin.x + frame.size.width / 2, frame.origin.y + frame.size.height / 2});
     table->setTransform(gfx::AffineTransform::rotation(-M_PI / 2));
     return table;
 }
@@ -35,16 +36,19 @@ void BrushTable::selectPostion(long index, bool scrollToCenter, bool reload) {
         selectRowAtIndexPath(std::nullopt, false, ui::TableViewScrollPosition::None);
         return;
     }
-    selectRowAtIndexPath(ui::IndexPath::forRow(index, 0), false,
-                         scrollToCenter ? ui::TableViewScrollPosition::Middle
-                                        : ui::TableViewScrollPosition::None);
+    selectRowAtIndexPath(
+        ui::IndexPath::forRow(index, 0), false,
+        scrollToCenter ? ui::TableViewScrollPosition::Middle : ui::TableViewScrollPosition::None);
 }
 
-long BrushTable::numberOfRowsInSection(ui::TableView&, long) { return long(brushes_.size()); }
+long BrushTable::numberOfRowsInSection(ui::TableView&, long) {
+    return long(brushes_.size());
+}
 
 std::shared_ptr<ui::TableViewCell> BrushTable::cellForRowAtIndexPath(
     ui::TableView&, const ui::IndexPath& indexPath) {
-    auto cell = std::dynamic_pointer_cast<BrushCell>(dequeueReusableCellWithIdentifier(cellIdentifier()));
+    auto cell =
+        std::dynamic_pointer_cast<BrushCell>(dequeueReusableCellWithIdentifier(cellIdentifier()));
     if (!cell) cell = OrvTableViewCell::initWithReuseIdentifier<BrushCell>(cellIdentifier());
     cell->setMode(brushes_[size_t(indexPath.row)]);
     return cell;

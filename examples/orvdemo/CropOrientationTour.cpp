@@ -22,11 +22,13 @@ namespace {
 
 constexpr long kSquare = 2;
 constexpr double kCell = 220, kGap = 12, kLabel = 24;
-const char* const kNames[] = {"1 up",           "3 down",          "8 left",
-                              "6 right",        "2 up mirrored",   "4 down mirrored",
-                              "5 left mirrored", "7 right mirrored"};
+const char* const kNames[] = {
+    "1 up",          "3 down",          "8 left",          "6 right",
+    "2 up mirrored", "4 down mirrored", "5 left mirrored", "7 right mirrored"};
 
-rt::RunLoop& loop() { return rt::RunLoop::main(); }
+rt::RunLoop& loop() {
+    return rt::RunLoop::main();
+}
 
 // The stored pixels that show as `upright` under the tag: the tag's turn undone. The quarter
 // turns undo each other; every other tag is its own inverse.
@@ -59,10 +61,9 @@ gfx::ImagePtr CropOrientationTour::windowContent(CropToolController& tool) const
     const auto& mask = tool.touchView()->cutRegionView();
     const gfx::Rect window = mask->convertRectToView(mask->regionRect(), nullptr);
     const double scale = ui::Screen::main().scale();
-    auto cut = gfx::BitmapOps::cropped(*screen, int(window.origin.x * scale) + 4,
-                                       int(window.origin.y * scale) + 4,
-                                       int(window.size.width * scale) - 8,
-                                       int(window.size.height * scale) - 8);
+    auto cut = gfx::BitmapOps::cropped(
+        *screen, int(window.origin.x * scale) + 4, int(window.origin.y * scale) + 4,
+        int(window.size.width * scale) - 8, int(window.size.height * scale) - 8);
     return cut ? gfx::Image::withBitmap(cut) : nullptr;
 }
 
@@ -100,10 +101,9 @@ bool CropOrientationTour::run(const std::string& photo, const std::string& sheet
             return false;
         }
         auto cropped = imageWithContentsOfFile(*result_->imagePath());
-        std::printf("  EXIF %-17s -> %dx%d, tag %d\n", kNames[o],
-                    cropped ? cropped->bitmap()->width() : 0,
-                    cropped ? cropped->bitmap()->height() : 0,
-                    cropped ? int(cropped->orientation()) : -1);
+        std::printf(
+            "  EXIF %-17s -> %dx%d, tag %d\n", kNames[o], cropped ? cropped->bitmap()->width() : 0,
+            cropped ? cropped->bitmap()->height() : 0, cropped ? int(cropped->orientation()) : -1);
         pairs.emplace_back(shown, cropped);
         OrvTSFileManager::deletePath(file);
         OrvTSFileManager::deletePath(result_->imagePath());
@@ -119,7 +119,8 @@ bool CropOrientationTour::run(const std::string& photo, const std::string& sheet
         const double x = (i % 4) * (2 * kCell + 3 * kGap) + kGap;
         const double y = (i / 4) * (kCell + kLabel + kGap) + kGap;
         if (pairs[i].first) context.drawImageInRect(*pairs[i].first, {x, y, kCell, kCell});
-        if (pairs[i].second) context.drawImageInRect(*pairs[i].second, {x + kCell + kGap, y, kCell, kCell});
+        if (pairs[i].second)
+            context.drawImageInRect(*pairs[i].second, {x + kCell + kGap, y, kCell, kCell});
         drawLabel(context, std::string("EXIF ") + kNames[i] + ": shown | saved",
                   {x, y + kCell + 2, 2 * kCell + kGap, kLabel - 2});
     }

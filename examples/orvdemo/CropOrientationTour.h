@@ -23,7 +23,8 @@ class CropOrientationTour : public rt::Object, public CropToolDelegate {
     // Writes the sheet to `sheet`; false, with the reason on stderr, when a crop went wrong.
     bool run(const std::string& photo, const std::string& sheet);
 
-    void onCropToolResult(CropToolController& tool, const std::shared_ptr<OrvResult>& result) override;
+    void onCropToolResult(CropToolController& tool,
+                          const std::shared_ptr<OrvResult>& result) override;
 
   private:
     // The photo as a camera would store it under that tag.

@@ -15,15 +15,24 @@ const std::vector<long> kRatios = {1, 2, 64, 8, 32, 4, 128};
 
 std::string ratioTitle(long type) {
     switch (type) {
-        case 1: return orvLocalized("orv_crop_free", "自由");
-        case 2: return "1:1";
-        case 4: return "2:3";
-        case 8: return "3:4";
-        case 16: return "9:16";
-        case 32: return "3:2";
-        case 64: return "4:3";
-        case 128: return "16:9";
-        default: return "?";
+        case 1:
+            return orvLocalized("orv_crop_free", "自由");
+        case 2:
+            return "1:1";
+        case 4:
+            return "2:3";
+        case 8:
+            return "3:4";
+        case 16:
+            return "9:16";
+        case 32:
+            return "3:2";
+        case 64:
+            return "4:3";
+        case 128:
+            return "16:9";
+        default:
+            return "?";
     }
 }
 
@@ -76,10 +85,11 @@ void CropToolController::buildRatioBar(double top, double width) {
     const double step = (width - 12) / double(types.size());
     for (size_t i = 0; i < types.size(); ++i) {
         const long type = types[i];
-        auto button = DemoStyle::button(ratioTitle(type), {6 + step * i + 2, top + 10, step - 4, 36},
-                                        DemoStyle::quiet(), weak, [weak, type] {
-                                            if (auto me = weak.lock()) me->chooseRatioType(type);
-                                        });
+        auto button =
+            DemoStyle::button(ratioTitle(type), {6 + step * i + 2, top + 10, step - 4, 36},
+                              DemoStyle::quiet(), weak, [weak, type] {
+                                  if (auto me = weak.lock()) me->chooseRatioType(type);
+                              });
         view()->addSubview(button);
         ratioButtons_[type] = button;
     }

@@ -56,8 +56,8 @@ bool EditingTour::run(const std::string& photo, const std::string& output) {
     if (error) return fail("could not copy the photo: " + error.message());
     const bool done = open(copy) && applyTool(OrvEditActionTypeVignette, "vignette", 0.05) &&
                       applyTool(OrvEditActionTypeHDR, "hdr", 0.9) && undoRedo() && autoAdjust() &&
-                      applyTool(OrvEditActionTypeSharpness, "sharpness", 0.8) &&
-                      cropPhoto() && paintWithBrushes() && finish(output);
+                      applyTool(OrvEditActionTypeSharpness, "sharpness", 0.8) && cropPhoto() &&
+                      paintWithBrushes() && finish(output);
     if (!done) return false;
     const size_t left = temporaryFiles() - filesBefore;
     std::printf("  temporary files left behind: %zu\n", left);
@@ -199,8 +199,8 @@ bool EditingTour::paintWithBrushes() {
     shoot_("brush-open");
 
     // The picture lies across the middle of the canvas; strokes stay inside it.
-    const gfx::Rect canvas = wrap->smudgeImageView()->convertRectToView(
-        wrap->smudgeImageView()->bounds(), nullptr);
+    const gfx::Rect canvas =
+        wrap->smudgeImageView()->convertRectToView(wrap->smudgeImageView()->bounds(), nullptr);
     const auto at = [&](double u, double v) {
         return gfx::Point{canvas.origin.x + u * canvas.size.width,
                           canvas.origin.y + v * canvas.size.height};
@@ -222,7 +222,8 @@ bool EditingTour::paintWithBrushes() {
         const auto start = Clock::now();
         const uint64_t undo = wrap->getUndoCount();
         paintWave(stroke.from, stroke.to, stroke.amplitude);
-        if (wrap->getUndoCount() != undo + 1) return fail(std::string(stroke.code) + " left no stroke");
+        if (wrap->getUndoCount() != undo + 1)
+            return fail(std::string(stroke.code) + " left no stroke");
         std::printf("  %-12s %6.2f s\n", stroke.code,
                     std::chrono::duration<double>(Clock::now() - start).count());
         shoot_(std::string("brush-") + stroke.code);
@@ -239,8 +240,8 @@ bool EditingTour::paintWithBrushes() {
 
     // Compare while held: the photo as it came.
     auto injector = ui::EventInjector::injectorForWindow(window_);
-    const gfx::Rect compare = screen.compareButton()->convertRectToView(
-        screen.compareButton()->bounds(), nullptr);
+    const gfx::Rect compare =
+        screen.compareButton()->convertRectToView(screen.compareButton()->bounds(), nullptr);
     injector->touchDown(1, {gfx::rectGetMidX(compare), gfx::rectGetMidY(compare)});
     loop().runFor(0.2);
     shoot_("brush-compare");

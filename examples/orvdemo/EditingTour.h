@@ -1,8 +1,8 @@
 #pragma once
 // The demo's main job: a scripted editing session on a phone-sized photo, driven by touches as
 // a user would drive it. The editor opens on a copy of the photo; vignette, HDR, undo, redo,
-// auto adjust, sharpness, a crop and brushes follow; finishing saves the full-size photo. Each step prints the
-// time it took and the size of its file, and a picture of every screen state is taken.
+// auto adjust, sharpness, a crop and brushes follow; finishing saves the full-size photo. Each step
+// prints the time it took and the size of its file, and a picture of every screen state is taken.
 
 #include <chrono>
 #include <functional>

@@ -201,7 +201,8 @@ void EditorController::onEditWithAction(long action) {
     if (!tool) return;
     tool->setInputTempFilePath(step);
     tool->setSaveToTemp(true);
-    tool->setErrorDelegate(std::static_pointer_cast<OrvComponentErrorDelegate>(self<EditorController>()));
+    tool->setErrorDelegate(
+        std::static_pointer_cast<OrvComponentErrorDelegate>(self<EditorController>()));
     tool->view();  // builds the tool's screen, so that its buttons can be connected
     if (auto parameter = std::dynamic_pointer_cast<OrvFilterResultController>(tool)) {
         connectParameterTool(parameter, action);

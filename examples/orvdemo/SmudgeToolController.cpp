@@ -62,8 +62,8 @@ void SmudgeToolController::connectButtons() {
        [](SmudgeToolController& me) { me.onRedoAction(); });
     on(screen_->compareButton(), ui::ControlEventTouchDown,
        [](SmudgeToolController& me) { me.onOriginalActionStart(); });
-    on(screen_->compareButton(), ui::ControlEventTouchUpInside | ui::ControlEventTouchUpOutside |
-                                     ui::ControlEventTouchCancel,
+    on(screen_->compareButton(),
+       ui::ControlEventTouchUpInside | ui::ControlEventTouchUpOutside | ui::ControlEventTouchCancel,
        [](SmudgeToolController& me) { me.onOriginalActionEnd(); });
     for (long code = 1; code <= 3; ++code) {
         on(screen_->sizeButton(code), ui::ControlEventTouchUpInside,
@@ -106,7 +106,9 @@ void SmudgeToolController::onSmudgeActionChanged(gfx::Point, gfx::Point viewLoca
     screen_->showBrushSizeCursor(viewLocation);
 }
 
-void SmudgeToolController::onSmudgeActionEnd() { screen_->hideBrushSizeCursor(); }
+void SmudgeToolController::onSmudgeActionEnd() {
+    screen_->hideBrushSizeCursor();
+}
 
 void SmudgeToolController::notifyProcessingWithResult(const ResultPtr& result) {
     dismissHub();

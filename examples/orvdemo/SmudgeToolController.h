@@ -26,7 +26,9 @@ class SmudgeToolController : public OrvEditSmudgeControllerBase {
     static constexpr uint64_t kUndoSteps = 20;
     static constexpr long kStartSize = 2;
 
-    void setDelegate(std::weak_ptr<SmudgeToolDelegate> delegate) { delegate_ = std::move(delegate); }
+    void setDelegate(std::weak_ptr<SmudgeToolDelegate> delegate) {
+        delegate_ = std::move(delegate);
+    }
     void viewDidLoad() override;
     void loadedInputImage(const gfx::ImagePtr& image) override;
     std::shared_ptr<ui::View> smudgeView() const override;

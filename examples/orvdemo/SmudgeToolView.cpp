@@ -20,9 +20,9 @@ void SmudgeToolView::initWithFrame(const gfx::Rect& frame) {
     // The buttons' actions are the tool's; whoever opens the tool connects them.
     cancelButton_ = DemoStyle::button(orvLocalized("orv_nav_cancel", "取消"), {12, 11, 72, 34},
                                       DemoStyle::quiet(), {}, nullptr);
-    doneButton_ = DemoStyle::button(orvLocalized("orv_edit_apply", "应用"),
-                                    {size.width - 84, 11, 72, 34}, DemoStyle::accent(), {},
-                                    nullptr);
+    doneButton_ =
+        DemoStyle::button(orvLocalized("orv_edit_apply", "应用"), {size.width - 84, 11, 72, 34},
+                          DemoStyle::accent(), {}, nullptr);
     addSubview(cancelButton_);
     addSubview(doneButton_);
 
@@ -53,8 +53,9 @@ void SmudgeToolView::buildControls(double top) {
     undoButton_ = make("orv_edit_undo", "撤销", 10, 60);
     redoButton_ = make("orv_edit_redo", "重做", 76, 60);
     compareButton_ = make("orv_edit_compare", "对比", 142, 60);
-    const std::pair<const char*, const char*> sizes[] = {
-        {"orv_edit_brush_small", "小"}, {"orv_edit_brush_medium", "中"}, {"orv_edit_brush_large", "大"}};
+    const std::pair<const char*, const char*> sizes[] = {{"orv_edit_brush_small", "小"},
+                                                         {"orv_edit_brush_medium", "中"},
+                                                         {"orv_edit_brush_large", "大"}};
     for (long code = 1; code <= 3; ++code) {
         const auto& [key, text] = sizes[code - 1];
         sizeButtons_[code - 1] = make(key, text, bounds().size.width - 10 - 40 * (4 - code), 34);

@@ -34,7 +34,9 @@ class SmudgeToolView : public OrvSmudgeViewBase {
     const std::shared_ptr<ui::Button>& redoButton() const { return redoButton_; }
     const std::shared_ptr<ui::Button>& compareButton() const { return compareButton_; }
     // Small, medium and large, the size codes 1, 2 and 3.
-    const std::shared_ptr<ui::Button>& sizeButton(long code) const { return sizeButtons_[code - 1]; }
+    const std::shared_ptr<ui::Button>& sizeButton(long code) const {
+        return sizeButtons_[code - 1];
+    }
     // Marks the chosen size.
     void showSizeChosen(long code);
 

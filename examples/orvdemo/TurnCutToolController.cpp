@@ -31,10 +31,11 @@ void TurnCutToolController::viewDidLoad() {
     title->setTextAlignment(gfx::TextAlignment::Center);
     view()->addSubview(title);
     std::weak_ptr<TurnCutToolController> weak = self<TurnCutToolController>();
-    doneButton_ = DemoStyle::button(orvLocalized("orv_edit_apply", "应用"),
-                                    {size.width - 84, 11, 72, 34}, DemoStyle::accent(), weak, [weak] {
-                                        if (auto me = weak.lock()) me->onImageCompleteAtion();
-                                    });
+    doneButton_ =
+        DemoStyle::button(orvLocalized("orv_edit_apply", "应用"), {size.width - 84, 11, 72, 34},
+                          DemoStyle::accent(), weak, [weak] {
+                              if (auto me = weak.lock()) me->onImageCompleteAtion();
+                          });
     view()->addSubview(doneButton_);
     buildBars(kTopBar + photoHeight, size.width);
     asyncLoadInputImageWithBlock([weak]() -> gfx::ImagePtr {
@@ -55,12 +56,11 @@ void TurnCutToolController::buildBars(double top, double width) {
         view()->addSubview(button);
         lookButtons_[code] = button;
     }
-    turnButton_ = DemoStyle::button(orvLocalized("orv_crop_turn_right", "右转"),
-                                    {width / 2 - 60, top + kBar + 10, 120, 36}, DemoStyle::quiet(),
-                                    weak, [weak] {
-                                        if (auto me = weak.lock())
-                                            me->touchView_->changeImage(OrvTouchImageView::kTurnRight);
-                                    });
+    turnButton_ = DemoStyle::button(
+        orvLocalized("orv_crop_turn_right", "右转"), {width / 2 - 60, top + kBar + 10, 120, 36},
+        DemoStyle::quiet(), weak, [weak] {
+            if (auto me = weak.lock()) me->touchView_->changeImage(OrvTouchImageView::kTurnRight);
+        });
     view()->addSubview(turnButton_);
 }
 

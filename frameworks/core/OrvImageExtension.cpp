@@ -84,14 +84,22 @@ StoredBox storedBox(ImageOrientation orientation, int w, int h, int x, int y, in
                     int height) {
     const int x1 = x + width, y1 = y + height;
     switch (orientation) {
-        case ImageOrientation::Up: return {x, y, width, height};
-        case ImageOrientation::Down: return {w - x1, h - y1, width, height};
-        case ImageOrientation::UpMirrored: return {w - x1, y, width, height};
-        case ImageOrientation::DownMirrored: return {x, h - y1, width, height};
-        case ImageOrientation::Left: return {w - y1, x, height, width};
-        case ImageOrientation::Right: return {y, h - x1, height, width};
-        case ImageOrientation::LeftMirrored: return {y, x, height, width};
-        case ImageOrientation::RightMirrored: return {w - y1, h - x1, height, width};
+        case ImageOrientation::Up:
+            return {x, y, width, height};
+        case ImageOrientation::Down:
+            return {w - x1, h - y1, width, height};
+        case ImageOrientation::UpMirrored:
+            return {w - x1, y, width, height};
+        case ImageOrientation::DownMirrored:
+            return {x, h - y1, width, height};
+        case ImageOrientation::Left:
+            return {w - y1, x, height, width};
+        case ImageOrientation::Right:
+            return {y, h - x1, height, width};
+        case ImageOrientation::LeftMirrored:
+            return {y, x, height, width};
+        case ImageOrientation::RightMirrored:
+            return {w - y1, h - x1, height, width};
     }
     return {x, y, width, height};
 }
@@ -222,8 +230,10 @@ gfx::ImagePtr orvImageCorpWithPrecentRect(const gfx::ImagePtr& image, const gfx:
     const int y0 = std::min(px(gfx::rectGetMinY(rect), size.height), size.height - 1);
     const int x1 = std::max(px(gfx::rectGetMaxX(rect), size.width), x0 + 1);
     const int y1 = std::max(px(gfx::rectGetMaxY(rect), size.height), y0 + 1);
-    if (x1 - x0 != px(gfx::rectGetMaxX(rect), size.width) - px(gfx::rectGetMinX(rect), size.width) ||
-        y1 - y0 != px(gfx::rectGetMaxY(rect), size.height) - px(gfx::rectGetMinY(rect), size.height)) {
+    if (x1 - x0 !=
+            px(gfx::rectGetMaxX(rect), size.width) - px(gfx::rectGetMinX(rect), size.width) ||
+        y1 - y0 !=
+            px(gfx::rectGetMaxY(rect), size.height) - px(gfx::rectGetMinY(rect), size.height)) {
         OrvTSLog::warn("crop (%g, %g, %g, %g) holds no whole pixel of a %dx%d picture; kept %dx%d",
                        rect.origin.x, rect.origin.y, rect.size.width, rect.size.height, size.width,
                        size.height, x1 - x0, y1 - y0);

@@ -12,10 +12,12 @@ double OrvKitTweenQuintEaseOut(double t) {
     return 1 - std::pow(rest, 5);
 }
 
-double OrvKitTweenLinear(double t) { return std::clamp(t, 0.0, 1.0); }
+double OrvKitTweenLinear(double t) {
+    return std::clamp(t, 0.0, 1.0);
+}
 
-std::shared_ptr<OrvTSAnimation> OrvTSAnimation::animWithDuration(double seconds,
-                                                                 OrvTSTween tween, Block block) {
+std::shared_ptr<OrvTSAnimation> OrvTSAnimation::animWithDuration(double seconds, OrvTSTween tween,
+                                                                 Block block) {
     auto animation = rt::make<OrvTSAnimation>();
     animation->duration_ = std::max(0.0, seconds);
     animation->tween_ = tween ? tween : OrvKitTweenLinear;

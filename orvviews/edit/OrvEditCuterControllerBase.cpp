@@ -22,8 +22,9 @@ double OrvEditCuterControllerBase::zoomScale() {
 }
 
 std::vector<long> OrvEditCuterControllerBase::getRatioTypes() const {
-    std::vector<long> types = !ratioTypeList_.empty() ? OrvRatioType::validRatioTypes(ratioTypeList_)
-                                                      : OrvRatioType::ratioTypes(ratioType_);
+    std::vector<long> types = !ratioTypeList_.empty()
+                                  ? OrvRatioType::validRatioTypes(ratioTypeList_)
+                                  : OrvRatioType::ratioTypes(ratioType_);
     return types.empty() ? OrvRatioType::orvOrvKitRatioDefaultTypes() : types;
 }
 

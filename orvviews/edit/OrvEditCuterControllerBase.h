@@ -35,9 +35,7 @@ class OrvEditCuterControllerBase : public OrvImageResultController {
     double zoomScale();
     void setZoomScale(double scale) { zoomScale_ = scale; }
     gfx::ImageOrientation imageOrientation() const { return imageOrientation_; }
-    void setImageOrientation(gfx::ImageOrientation orientation) {
-        imageOrientation_ = orientation;
-    }
+    void setImageOrientation(gfx::ImageOrientation orientation) { imageOrientation_ = orientation; }
 
     // The ratio types offered: the valid ones of the list, else those of the mask, else the
     // default list.

@@ -47,8 +47,8 @@ void OrvEditTurnAndCutViewControllerBase::asyncFilterProcessing(const std::strin
 // Straight on the inner picture view: the zoomable image keeps its layout and orientation.
 void OrvEditTurnAndCutViewControllerBase::Filterprocessed(const gfx::ImagePtr& image) {
     if (auto* touch = touchImage(); touch && touch->imageView()) {
-        touch->imageView()->setImage(
-            image ? orvChangeOrientation(image, touch->imageOrientation()) : image);
+        touch->imageView()->setImage(image ? orvChangeOrientation(image, touch->imageOrientation())
+                                           : image);
     }
     dismissHub();
 }

@@ -44,10 +44,11 @@ OrvTSAnimation& OrvMaskRegionView::anim() {
     if (!anim_) {
         std::weak_ptr<OrvMaskRegionView> weak =
             std::static_pointer_cast<OrvMaskRegionView>(shared_from_this());
-        anim_ = OrvTSAnimation::animWithDuration(
-            kAnimationSeconds, OrvKitTweenQuintEaseOut, [weak](OrvTSAnimation&, double step) {
-                if (auto me = weak.lock()) me->applyAnimationWithStep(step);
-            });
+        anim_ = OrvTSAnimation::animWithDuration(kAnimationSeconds, OrvKitTweenQuintEaseOut,
+                                                 [weak](OrvTSAnimation&, double step) {
+                                                     if (auto me = weak.lock())
+                                                         me->applyAnimationWithStep(step);
+                                                 });
     }
     return *anim_;
 }

@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "frameworks/core/OrvKit.h"
-#include "platform/rt/Object.h"
 #include "platform/gfx/Geometry.h"
+#include "platform/rt/Object.h"
 
 class OrvSmudgeImageViewDelegate {
     ORV_DECLARE_PROTOCOL(OrvSmudgeImageViewDelegate)

@@ -165,7 +165,9 @@ void OrvSmudgeImageViewWrap::showOriginal(bool original) {
     if (smudgeProcessor) smudgeImageView_->setImage(smudgeProcessor->getPreviewImage(!original));
 }
 
-void OrvSmudgeImageViewWrap::needUpdateLayout() { smudgeImageView_->setFrame(bounds()); }
+void OrvSmudgeImageViewWrap::needUpdateLayout() {
+    smudgeImageView_->setFrame(bounds());
+}
 
 gfx::ImagePtr OrvSmudgeImageViewWrap::getSmudgeImage() {
     return smudgeProcessor ? smudgeProcessor->getSmudgeImage() : nullptr;

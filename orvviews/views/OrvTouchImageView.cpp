@@ -20,7 +20,9 @@ double usableRatio(double ratio) {
     return 0;
 }
 
-double clampedFraction(double value) { return std::isfinite(value) ? std::clamp(value, 0.0, 1.0) : 0; }
+double clampedFraction(double value) {
+    return std::isfinite(value) ? std::clamp(value, 0.0, 1.0) : 0;
+}
 
 }  // namespace
 
@@ -61,9 +63,8 @@ void OrvTouchImageView::bindDoubelCilck() {
 
 void OrvTouchImageView::doubleGesture(ui::TapGestureRecognizer&) {
     const bool atMinimum = wrapView_->zoomScale() == wrapView_->minimumZoomScale();
-    wrapView_->setZoomScale(atMinimum ? wrapView_->maximumZoomScale()
-                                      : wrapView_->minimumZoomScale(),
-                            true);
+    wrapView_->setZoomScale(
+        atMinimum ? wrapView_->maximumZoomScale() : wrapView_->minimumZoomScale(), true);
 }
 
 const std::shared_ptr<OrvMaskRegionView>& OrvTouchImageView::cutRegionView() {
@@ -162,11 +163,13 @@ void OrvTouchImageView::changeRegionRatio(double ratio) {
             const gfx::Rect q = self->contentRectWithSize(size, region);
             if (q.size == self->imageView_->frame().size) {
                 // Nudged, so that the animation has a change to make.
-                orvSetSize(*self->imageView_, {float(q.size.width + 0.01), float(q.size.height + 0.01)});
+                orvSetSize(*self->imageView_,
+                           {float(q.size.width + 0.01), float(q.size.height + 0.01)});
             }
             orvSetSize(*self->imageView_, q.size);
             orvSetSize(*self->imageWrapView_, q.size);
-            if (gfx::rectIsEmpty(region)) self->wrapView_->setContentOffset({-q.origin.x, -q.origin.y});
+            if (gfx::rectIsEmpty(region))
+                self->wrapView_->setContentOffset({-q.origin.x, -q.origin.y});
         },
         [self](bool) { self->setAnimingState(false); });
 }
@@ -180,20 +183,38 @@ void OrvTouchImageView::changeImage(long change) {
         [self, change] {
             self->wrapView_->setZoomScale(self->wrapView_->minimumZoomScale());
             switch (change) {
-                case kTurnLeft: self->resizeWithTrun(true); break;
-                case kTurnRight: self->resizeWithTrun(false); break;
-                case kMirrorHorizontal: self->mirrorWithHorizontal(true); break;
-                case kMirrorVertical: self->mirrorWithHorizontal(false); break;
-                default: break;
+                case kTurnLeft:
+                    self->resizeWithTrun(true);
+                    break;
+                case kTurnRight:
+                    self->resizeWithTrun(false);
+                    break;
+                case kMirrorHorizontal:
+                    self->mirrorWithHorizontal(true);
+                    break;
+                case kMirrorVertical:
+                    self->mirrorWithHorizontal(false);
+                    break;
+                default:
+                    break;
             }
         },
         [self, change](bool) {
             switch (change) {
-                case kTurnLeft: self->resizeCompletedWithTrun(true); break;
-                case kTurnRight: self->resizeCompletedWithTrun(false); break;
-                case kMirrorHorizontal: self->mirrorCompletedWithHorizontal(true); break;
-                case kMirrorVertical: self->mirrorCompletedWithHorizontal(false); break;
-                default: break;
+                case kTurnLeft:
+                    self->resizeCompletedWithTrun(true);
+                    break;
+                case kTurnRight:
+                    self->resizeCompletedWithTrun(false);
+                    break;
+                case kMirrorHorizontal:
+                    self->mirrorCompletedWithHorizontal(true);
+                    break;
+                case kMirrorVertical:
+                    self->mirrorCompletedWithHorizontal(false);
+                    break;
+                default:
+                    break;
             }
             self->setAnimingState(false);
         });
@@ -202,11 +223,20 @@ void OrvTouchImageView::changeImage(long change) {
 
 void OrvTouchImageView::appendStatistics(long change) {
     switch (change) {
-        case kTurnLeft: OrvStatistics::appendWithComponentIdt(0x401011); break;
-        case kTurnRight: OrvStatistics::appendWithComponentIdt(0x401012); break;
-        case kMirrorHorizontal: OrvStatistics::appendWithComponentIdt(0x401021); break;
-        case kMirrorVertical: OrvStatistics::appendWithComponentIdt(0x401022); break;
-        default: break;
+        case kTurnLeft:
+            OrvStatistics::appendWithComponentIdt(0x401011);
+            break;
+        case kTurnRight:
+            OrvStatistics::appendWithComponentIdt(0x401012);
+            break;
+        case kMirrorHorizontal:
+            OrvStatistics::appendWithComponentIdt(0x401021);
+            break;
+        case kMirrorVertical:
+            OrvStatistics::appendWithComponentIdt(0x401022);
+            break;
+        default:
+            break;
     }
 }
 

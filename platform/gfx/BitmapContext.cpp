@@ -742,7 +742,9 @@ void BitmapContext::setRecyclesSnapshots(bool on) {
     markChanged();
 }
 
-void BitmapContext::markChanged() { impl_->changed(impl_->bounds()); }
+void BitmapContext::markChanged() {
+    impl_->changed(impl_->bounds());
+}
 
 BitmapPtr BitmapContext::Impl::recycledImage() {
     SnapshotRecycler& r = *recycler;
@@ -771,10 +773,9 @@ BitmapPtr BitmapContext::Impl::recycledImage() {
                     data + rowBytes * y + 4 * static_cast<size_t>(copy.x0), bytes);
     }
     const uint64_t generation = r.generation;
-    return BitmapPtr(spare.bitmap.release(),
-                     [spares = r.spares, generation](const Bitmap* bitmap) {
-                         spares->giveBack(const_cast<Bitmap*>(bitmap), generation);
-                     });
+    return BitmapPtr(spare.bitmap.release(), [spares = r.spares, generation](const Bitmap* bitmap) {
+        spares->giveBack(const_cast<Bitmap*>(bitmap), generation);
+    });
 }
 
 BitmapPtr BitmapContext::makeImage() const {

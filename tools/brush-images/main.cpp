@@ -126,7 +126,9 @@ std::vector<BrushRecipe> catalogue() {
     };
 }
 
-std::string imageName(const BrushRecipe& brush) { return "brush_" + brush.code; }
+std::string imageName(const BrushRecipe& brush) {
+    return "brush_" + brush.code;
+}
 
 std::string thumbName(const BrushRecipe& brush) {
     return "brush_" + brush.code + "_thumb";

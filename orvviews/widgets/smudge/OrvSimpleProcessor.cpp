@@ -15,12 +15,14 @@ namespace {
 // the screen would otherwise stamp millions of times for nothing visible.
 constexpr int kMaxStepsPerSegment = 4096;
 
-gfx::Rect canvasRect(int width, int height) { return {0, 0, double(width), double(height)}; }
+gfx::Rect canvasRect(int width, int height) {
+    return {0, 0, double(width), double(height)};
+}
 
 }  // namespace
 
 std::unique_ptr<gfx::BitmapContext> OrvSimpleProcessor::createBitmapContextWithWidth(int width,
-                                                                                   int height) {
+                                                                                     int height) {
     return std::make_unique<gfx::BitmapContext>(width, height);
 }
 
@@ -79,7 +81,9 @@ double OrvSimpleProcessor::getMaxTemplateDistance(double templateSize) {
     return templateSize * double(0.8f);
 }
 
-void OrvSimpleProcessor::touchesBegan() { prevPrevTouchPointExists_ = false; }
+void OrvSimpleProcessor::touchesBegan() {
+    prevPrevTouchPointExists_ = false;
+}
 
 gfx::ImagePtr OrvSimpleProcessor::drawAtCurrentPoint(gfx::Point current, gfx::Point from) {
     gfx::Point before = from;

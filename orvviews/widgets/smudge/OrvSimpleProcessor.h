@@ -79,8 +79,7 @@ class OrvSimpleProcessor : public rt::Object {
     static std::unique_ptr<gfx::BitmapContext> createBitmapContextWithSizeOfImage(
         const gfx::ImagePtr& image, bool drawImage);
     // A transparent context that owns its zero-filled buffer.
-    static std::unique_ptr<gfx::BitmapContext> createBitmapContextWithWidth(int width,
-                                                                            int height);
+    static std::unique_ptr<gfx::BitmapContext> createBitmapContextWithWidth(int width, int height);
 
     void clearSmudgeContext();
     // The canvas cleared, then the image drawn over all of it.

@@ -8,7 +8,9 @@ ORV_DEFINE_CLASS(OrvSmudgeProcessor, OrvSimpleProcessor)
 namespace {
 
 // A random number from 0 to 1.
-float randomUnit() { return float(std::rand()) / 2147483648.0f; }
+float randomUnit() {
+    return float(std::rand()) / 2147483648.0f;
+}
 
 }  // namespace
 

@@ -10,10 +10,11 @@ OrvTSAnimation& OrvSmudgeViewBase::anim() {
     if (!anim_) {
         std::weak_ptr<OrvSmudgeViewBase> weak =
             std::static_pointer_cast<OrvSmudgeViewBase>(shared_from_this());
-        anim_ = OrvTSAnimation::animWithDuration(
-            kGrowSeconds, OrvKitTweenQuintEaseOut, [weak](OrvTSAnimation&, double step) {
-                if (auto self = weak.lock()) self->applyAnimationWithStep(step);
-            });
+        anim_ = OrvTSAnimation::animWithDuration(kGrowSeconds, OrvKitTweenQuintEaseOut,
+                                                 [weak](OrvTSAnimation&, double step) {
+                                                     if (auto self = weak.lock())
+                                                         self->applyAnimationWithStep(step);
+                                                 });
     }
     return *anim_;
 }
@@ -41,8 +42,8 @@ void OrvSmudgeViewBase::showBrushSizeAnim(double from, double to) {
 
 void OrvSmudgeViewBase::applyAnimationWithStep(double step) {
     const double rest = 1 - step;
-    placeCursorCentred({toSize_.width - diffSize_.width * rest,
-                        toSize_.height - diffSize_.height * rest});
+    placeCursorCentred(
+        {toSize_.width - diffSize_.width * rest, toSize_.height - diffSize_.height * rest});
     if (rest > 0) return;
     anim().stop();
     std::weak_ptr<OrvSmudgeViewBase> weak =

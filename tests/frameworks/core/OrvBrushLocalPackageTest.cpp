@@ -122,7 +122,8 @@ TEST(OrvBrushLocalPackage, ThumbnailFillsTheViewAndAFailedOneClearsIt) {
 
 class RecordingDelegate : public OrvBrushLocalPackageDelegate {
   public:
-    void brushManager(OrvBrushLocalPackage&, const std::shared_ptr<OrvBrush>&, long status) override {
+    void brushManager(OrvBrushLocalPackage&, const std::shared_ptr<OrvBrush>&,
+                      long status) override {
         statuses.push_back(status);
     }
     std::vector<long> statuses;

@@ -78,8 +78,8 @@ TEST(OrvImageExtensionTest, CropsOfTaggedPicturesMatchCroppingTheUprightPicture)
         stored->mutableData()[4 * i] = uint8_t(7 * i);
         stored->mutableData()[4 * i + 3] = 255;
     }
-    const gfx::Rect rects[] = {{0.2, 0.1, 0.5, 0.6}, {0, 0, 1, 1}, {0.6, 0.6, 0.4, 0.4},
-                               {0.0, 0.5, 0.3, 0.5}};
+    const gfx::Rect rects[] = {
+        {0.2, 0.1, 0.5, 0.6}, {0, 0, 1, 1}, {0.6, 0.6, 0.4, 0.4}, {0.0, 0.5, 0.3, 0.5}};
     for (int o = 0; o < 8; ++o) {
         auto image = gfx::Image::withBitmap(stored, 1, gfx::ImageOrientation(o));
         auto upright = orvImageRotatedToUp(image);

@@ -121,7 +121,7 @@ TEST_F(CropToolsTest, RatioTypesFallBackToTheDefaultsAndTheFirstIsChosenOnRead) 
 
 TEST_F(CropToolsTest, CropsTheTurnedOriginalUprightOrOnlyReturnsTheSettings) {
     auto tool = open<CuterTool>(makeNumbered(gfx::ImageOrientation::Up));
-    tool->setCurrentRatioType(2);  // 1:1
+    tool->setCurrentRatioType(2);                             // 1:1
     tool->touch->orientation = gfx::ImageOrientation::Right;  // shown 2 wide, 4 high
     tool->touch->cut = {0, 0.5, 1, 0.5};                      // its lower half
     tool->touch->zoom = 1.5;
@@ -163,7 +163,8 @@ TEST_F(CropToolsTest, CropsCameraFilesUprightUnderEveryExifOrientation) {
         gfx::ImageOrientation::Left};
     for (int exif = 1; exif <= 8; ++exif) {
         SCOPED_TRACE(exif);
-        const std::string path = orv::test::writeCameraJpeg(exif, OrvTSFileManager::newTemporaryPath(".jpg"));
+        const std::string path =
+            orv::test::writeCameraJpeg(exif, OrvTSFileManager::newTemporaryPath(".jpg"));
         ASSERT_FALSE(path.empty());
         auto tool = rt::make<CuterTool>();
         tool->setInputTempFilePath(path);
@@ -193,7 +194,8 @@ TEST_F(CropToolsTest, CombinedToolTurnsThenCropsToItsSizeThenAppliesTheLook) {
     tool->setCutSize({6, 4});
     EXPECT_TRUE(tool->onSelectedFilterCode("Normal"));
     EXPECT_FALSE(tool->onSelectedFilterCode("Normal"));  // the same look runs once
-    ASSERT_TRUE(rt::RunLoop::main().runUntil([&] { return tool->touch->picture->image() != nullptr; }));
+    ASSERT_TRUE(
+        rt::RunLoop::main().runUntil([&] { return tool->touch->picture->image() != nullptr; }));
     tool->onImageCompleteAtion();
     ASSERT_TRUE(waitForResult(*tool));
     const auto& image = tool->delivered->image();

@@ -64,7 +64,8 @@ TEST_F(OrvEditSmudgeControllerBaseTest, PaintsWithChosenBrushesAndDeliversTheFul
     auto photo = makePhoto();
     tool->setInputImage(photo);
     showRoot(tool);
-    ASSERT_TRUE(rt::RunLoop::main().runUntil([&] { return tool->wrap->getSmudgeImage() != nullptr; }));
+    ASSERT_TRUE(
+        rt::RunLoop::main().runUntil([&] { return tool->wrap->getSmudgeImage() != nullptr; }));
     EXPECT_EQ(OrvStatistics::pendingCounts()[OrvEditSmudgeControllerBase::kStatisticsIdt], 1);
 
     EXPECT_FALSE(tool->selectBrushCode("no_such_brush"));

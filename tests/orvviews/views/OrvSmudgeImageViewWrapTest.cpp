@@ -153,8 +153,8 @@ TEST_F(OrvSmudgeImageViewWrapTest, FullSizeResultKeepsUntouchedDetailAndShowsThe
     size_t changed = 0;
     const size_t total = 1500 * 1000;
     for (size_t i = 0; i < total; ++i) {
-        changed += std::memcmp(result->bitmap()->data() + 4 * i, photo->bitmap()->data() + 4 * i,
-                               4) != 0;
+        changed +=
+            std::memcmp(result->bitmap()->data() + 4 * i, photo->bitmap()->data() + 4 * i, 4) != 0;
     }
     EXPECT_GT(changed, total / 20);
     EXPECT_LT(changed, total / 2);

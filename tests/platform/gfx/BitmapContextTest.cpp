@@ -360,8 +360,8 @@ TEST(BitmapContextSnapshots, RecycledSnapshotsMatchFreshCopiesAndHeldOnesStayPut
     BitmapPtr held = recycling.makeImage();
     const BitmapPtr heldCopy = plain.makeImage();
     for (int i = 0; i < 40; ++i) {
-        drawBoth(Color::rgb(i / 40.0, 0.5, 1 - i / 40.0, 0.7), {double(i % 50), double(i % 30), 9, 7},
-                 i * 0.3);
+        drawBoth(Color::rgb(i / 40.0, 0.5, 1 - i / 40.0, 0.7),
+                 {double(i % 50), double(i % 30), 9, 7}, i * 0.3);
         // Every third snapshot is dropped at once, so its buffer comes back for the next one.
         BitmapPtr snapshot = recycling.makeImage();
         ASSERT_TRUE(same(snapshot, plain.makeImage())) << i;

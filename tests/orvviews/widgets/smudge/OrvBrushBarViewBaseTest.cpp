@@ -36,8 +36,7 @@ class TestBar : public OrvBrushBarViewBase {
 };
 ORV_DEFINE_CLASS(TestBar, OrvBrushBarViewBase)
 
-std::shared_ptr<TestBar> makeBar(long action, bool remember,
-                                 std::vector<std::string> group = {}) {
+std::shared_ptr<TestBar> makeBar(long action, bool remember, std::vector<std::string> group = {}) {
     auto bar = ui::makeView<TestBar>();
     bar->setAction(action);
     bar->setSaveLastBrush(remember);

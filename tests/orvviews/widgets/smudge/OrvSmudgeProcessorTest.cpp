@@ -179,7 +179,8 @@ TEST_F(OrvSmudgeProcessorTest, DegenerateBrushesAndStrokesStayBounded) {
     busy->touchesBegan();
     gfx::Point last{0, 0};
     for (int i = 1; i <= 10000; ++i) {
-        const gfx::Point next{double(i % 120 < 60 ? i % 60 : 60 - i % 60), 30 + 20 * std::sin(i * 0.01)};
+        const gfx::Point next{double(i % 120 < 60 ? i % 60 : 60 - i % 60),
+                              30 + 20 * std::sin(i * 0.01)};
         busy->drawAtCurrentPoint(next, last);
         last = next;
     }
@@ -232,8 +233,8 @@ TEST_F(OrvSmudgeProcessorTest, EraserCutsTheBrushOutOfTheCanvas) {
 
 TEST_F(OrvSmudgeProcessorTest, MosaicShowsHardBlocksOnOneGridWhateverTheBrushSize) {
     for (double scale : {1.0, 2.5}) {
-        auto processor = makeProcessor<OrvSmudgeProcessor>(300, 300,
-                                                           makeBrush(OrvBrush::kMosaic, 40), 0.1);
+        auto processor =
+            makeProcessor<OrvSmudgeProcessor>(300, 300, makeBrush(OrvBrush::kMosaic, 40), 0.1);
         ASSERT_EQ(processor->mosaicImage()->width(), 10);
         processor->mosaicAt({150, 150}, scale);
         processor->mosaicAt({165, 150}, scale);
@@ -275,8 +276,7 @@ TEST_F(OrvSmudgeProcessorTest, PointsOutsideTheCanvasBytesAreDropped) {
 }
 
 TEST_F(OrvSmudgeProcessorTest, HistoryMovesToDiskAndComesBackIdentical) {
-    auto processor =
-        makeProcessor<OrvSmudgeProcessor>(120, 80, makeBrush(OrvBrush::kEraser), 0.05);
+    auto processor = makeProcessor<OrvSmudgeProcessor>(120, 80, makeBrush(OrvBrush::kEraser), 0.05);
     processor->setMaxUndoCount(10);
     auto original = processor->getSmudgeImage();
     stroke(*processor, {{10, 10}, {60, 40}});
