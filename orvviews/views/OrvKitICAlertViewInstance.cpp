@@ -1,7 +1,6 @@
 #include "orvviews/views/OrvKitICAlertViewInstance.h"
 
 #include "orvviews/views/OrvAlertView.h"
-#include "platform/rt/NoDestructor.h"
 
 ORV_DEFINE_CLASS(OrvKitICAlertViewInstance, rt::Object)
 
