@@ -14,6 +14,8 @@
 #        PHOTO=resources/photos/dragonfly.jpg)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# shellcheck source=bench/measure.sh
+source bench/measure.sh
 build=${1:-build/release}
 runs=${RUNS:-7}
 photo=${PHOTO:-resources/photos/dragonfly.jpg}
@@ -35,13 +37,6 @@ fx=$(awk "BEGIN { print $x / $turned_w }") fy=$(awk "BEGIN { print $y / $turned_
 fw=$(awk "BEGIN { print $w / $turned_w }") fh=$(awk "BEGIN { print $h / $turned_h }")
 echo "photo: $photo (${width}x${height}); crop of the turned photo: ${w}x${h} at ($x, $y)"
 
-time_ms() {
-  local start end
-  start=$(date +%s%N)
-  "$@" >/dev/null 2>&1 || { echo "failed: $*" >&2; exit 1; }
-  end=$(date +%s%N)
-  echo $(((end - start) / 1000000))
-}
 
 ours() { "$cli" "$photo" "$tmp/ours.jpg" "$fx" "$fy" "$fw" "$fh"; }
 vips_chain() {
@@ -61,10 +56,9 @@ for ((i = 0; i < runs; i++)); do
   done
 done
 
-median() { printf '%s\n' $1 | sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
-ours_ms=$(median "${times[ours]}")
-vips_ms=$(median "${times[vips_chain]}")
-jpegtran_ms=$(median "${times[lossless]}")
+ours_ms=$(median ${times[ours]})
+vips_ms=$(median ${times[vips_chain]})
+jpegtran_ms=$(median ${times[lossless]})
 echo "sizes: ours $(vipsheader "$tmp/ours.jpg" | sed 's/.*: //'), vips $(vipsheader "$tmp/vips.jpg" | sed 's/.*: //')"
 printf 'mean absolute difference ours vs vips: %.3f levels\n' \
   "$(vips subtract "$tmp/ours.jpg" "$tmp/vips.jpg" "$tmp/d.v" && vips abs "$tmp/d.v" "$tmp/a.v" && vips avg "$tmp/a.v")"

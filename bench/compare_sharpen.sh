@@ -17,6 +17,8 @@
 #        VIPS_SIGMA=1.25, VIPS_M2=3.35, PHOTO=resources/photos/dragonfly.jpg)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# shellcheck source=bench/measure.sh
+source bench/measure.sh
 build=${1:-build/release}
 runs=${RUNS:-7}
 sharpness=${SHARPNESS:-0.5}
@@ -54,14 +56,6 @@ printf 'ours (sharpness %s)       changes the photo by %.3f levels\n' "$sharpnes
 printf 'vips (sigma %s, m2 %s) changes the photo by %.3f levels\n' "$vips_sigma" "$vips_m2" \
   "$(mad "$tmp/vips.v" "$tmp/original.v")"
 
-# One timed run of a command, in milliseconds.
-time_ms() {
-  local start end
-  start=$(date +%s%N)
-  "$@" >/dev/null 2>&1 || { echo "failed: $*" >&2; exit 1; }
-  end=$(date +%s%N)
-  echo $(((end - start) / 1000000))
-}
 
 run_ours() { time_ms "${ours[@]}" "$tmp/ours.jpg"; }
 run_theirs() { time_ms "${theirs[@]}" "$tmp/vips.jpg[Q=95]" "${theirs_args[@]}"; }
@@ -77,7 +71,6 @@ for ((i = 0; i < runs; i++)); do
   fi
 done
 
-median() { printf '%s\n' "$@" | sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
 ours_median=$(median "${ours_ms[@]}")
 theirs_median=$(median "${theirs_ms[@]}")
 echo "$runs rounds, JPEG in and out at quality 95, EXIF kept:"

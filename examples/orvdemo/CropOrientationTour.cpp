@@ -3,12 +3,11 @@
 #include <cstdio>
 #include <vector>
 
+#include "examples/orvdemo/ContactSheet.h"
 #include "examples/orvdemo/DemoWait.h"
 #include "frameworks/core/OrvImageExtension.h"
 #include "frameworks/core/OrvTSFileManager.h"
-#include "platform/gfx/AttributedString.h"
 #include "platform/gfx/BitmapOps.h"
-#include "platform/gfx/ImageContext.h"
 #include "platform/rt/RunLoop.h"
 #include "platform/ui/EventInjector.h"
 #include "platform/ui/Renderer.h"
@@ -36,14 +35,6 @@ gfx::ImageOrientation undoing(gfx::ImageOrientation tag) {
     if (tag == gfx::ImageOrientation::Left) return gfx::ImageOrientation::Right;
     if (tag == gfx::ImageOrientation::Right) return gfx::ImageOrientation::Left;
     return tag;
-}
-
-void drawLabel(gfx::ImageContext& context, const std::string& text, const gfx::Rect& rect) {
-    gfx::TextAttributes attributes;
-    attributes.font = gfx::Font::systemFont(14);
-    attributes.foregroundColor = gfx::Color::white(0.9);
-    attributes.paragraphStyle = gfx::ParagraphStyle{.alignment = gfx::TextAlignment::Center};
-    gfx::TextLayout(gfx::AttributedString(text, attributes), rect.size, 1).draw(context, rect);
 }
 
 }  // namespace
@@ -112,20 +103,18 @@ bool CropOrientationTour::run(const std::string& photo, const std::string& sheet
     }
     // Four pairs a row: the window as shown, then the saved result.
     const gfx::Size size{4 * (2 * kCell + 3 * kGap), 2 * (kCell + kLabel + kGap) + kGap};
-    gfx::ImageContext context(size, true, 1);
-    context.setFillColor(gfx::Color::rgb(0.11, 0.12, 0.15));
-    context.fillRect(gfx::Rect({0, 0}, size));
+    ContactSheet page(size);
     for (size_t i = 0; i < pairs.size(); ++i) {
         const double x = (i % 4) * (2 * kCell + 3 * kGap) + kGap;
         const double y = (i / 4) * (kCell + kLabel + kGap) + kGap;
-        if (pairs[i].first) context.drawImageInRect(*pairs[i].first, {x, y, kCell, kCell});
-        if (pairs[i].second)
-            context.drawImageInRect(*pairs[i].second, {x + kCell + kGap, y, kCell, kCell});
-        drawLabel(context, std::string("EXIF ") + kNames[i] + ": shown | saved",
-                  {x, y + kCell + 2, 2 * kCell + kGap, kLabel - 2});
+        if (pairs[i].first) page.context().drawImageInRect(*pairs[i].first, {x, y, kCell, kCell});
+        if (pairs[i].second) {
+            page.context().drawImageInRect(*pairs[i].second, {x + kCell + kGap, y, kCell, kCell});
+        }
+        page.drawLabel(std::string("EXIF ") + kNames[i] + ": shown | saved",
+                       {x, y + kCell + 2, 2 * kCell + kGap, kLabel - 2});
     }
-    const auto png = orvPngData(context.endImage());
-    return !png.empty() && OrvTSFileManager::writeDataAtomically(png, sheet);
+    return page.write(sheet);
 }
 
 }  // namespace orvdemo

@@ -117,17 +117,7 @@ bool EditingTour::applyTool(long action, const std::string& name, double progres
     loop().runFor(0.3);
     shoot_(name + "-slider");
 
-    const auto start = Clock::now();
-    tap(*screen->doneButton());
-    loop().runFor(0.05);
-    shoot_(name + "-saving");
-    if (!waitFor([&] { return editor_->historiesCount() == before + 1 && !editor_->openTool(); })) {
-        return fail(name + " did not come back with a step");
-    }
-    report(name.c_str(), start);
-    loop().runFor(1.5);
-    shoot_("editor-after-" + name);
-    return true;
+    return applyAndReturn(*screen->doneButton(), before, name, name);
 }
 
 bool EditingTour::cropPhoto() {
@@ -172,17 +162,7 @@ bool EditingTour::cropPhoto() {
     std::printf("  crop window on the photo: (%.3f, %.3f, %.3f, %.3f), zoom %.2f\n", cut.origin.x,
                 cut.origin.y, cut.size.width, cut.size.height, touch->zoomScale());
 
-    const auto start = Clock::now();
-    tap(*tool->doneButton());
-    loop().runFor(0.05);
-    shoot_("crop-saving");
-    if (!waitFor([&] { return editor_->historiesCount() == before + 1 && !editor_->openTool(); })) {
-        return fail("the crop tool did not come back with a step");
-    }
-    report("crop", start);
-    loop().runFor(1.5);
-    shoot_("editor-after-crop");
-    return true;
+    return applyAndReturn(*tool->doneButton(), before, "crop", "crop");
 }
 
 bool EditingTour::paintWithBrushes() {
@@ -248,17 +228,7 @@ bool EditingTour::paintWithBrushes() {
     injector->touchUp(1);
     loop().runFor(0.2);
 
-    const auto start = Clock::now();
-    tap(*screen.doneButton());
-    loop().runFor(0.05);
-    shoot_("brush-saving");
-    if (!waitFor([&] { return editor_->historiesCount() == before + 1 && !editor_->openTool(); })) {
-        return fail("the brush tool did not come back with a step");
-    }
-    report("brushes", start);
-    loop().runFor(1.5);
-    shoot_("editor-after-brushes");
-    return true;
+    return applyAndReturn(*screen.doneButton(), before, "brush", "brushes");
 }
 
 bool EditingTour::chooseBrush(SmudgeToolController& tool, const std::string& code, long size) {
@@ -293,6 +263,22 @@ void EditingTour::paintWave(gfx::Point from, gfx::Point to, double amplitude) {
     }
     ui::EventInjector::injectorForWindow(window_)->drag(path, 0.8);
     loop().runFor(0.2);
+}
+
+bool EditingTour::applyAndReturn(ui::View& done, size_t stepsBefore, const std::string& shot,
+                                 const std::string& step) {
+    const auto start = Clock::now();
+    tap(done);
+    loop().runFor(0.05);
+    shoot_(shot + "-saving");
+    if (!waitFor(
+            [&] { return editor_->historiesCount() == stepsBefore + 1 && !editor_->openTool(); })) {
+        return fail(step + " did not come back with a step");
+    }
+    report(step.c_str(), start);
+    loop().runFor(1.5);
+    shoot_("editor-after-" + step);
+    return true;
 }
 
 bool EditingTour::undoRedo() {

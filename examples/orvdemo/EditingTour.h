@@ -32,6 +32,10 @@ class EditingTour {
     // Opens a one-filter tool from the bar, moves its slider to `progress`, and applies it.
     bool applyTool(long action, const std::string& name, double progress);
     bool undoRedo();
+    // Taps the tool's apply button and waits until its result is the editor's newest step.
+    // Screens are named "<shot>-saving" and "editor-after-<step>".
+    bool applyAndReturn(ui::View& done, size_t stepsBefore, const std::string& shot,
+                        const std::string& step);
     // Paints over the photo with a stamp, a mosaic and an eraser, undoes, redoes, compares and
     // applies.
     bool paintWithBrushes();

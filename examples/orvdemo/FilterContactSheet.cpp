@@ -3,17 +3,15 @@
 #include <cmath>
 #include <vector>
 
+#include "examples/orvdemo/ContactSheet.h"
 #include "frameworks/core/OrvImageExtension.h"
 #include "frameworks/core/OrvNKImageColorArgument.h"
-#include "frameworks/core/OrvTSFileManager.h"
 #include "frameworks/strand/ORPFPConstants.h"
 #include "frameworks/strand/ORPFPOrvkitImageFilter_PropertyBuilder.h"
 #include "frameworks/strand/ORPFilterPipe.h"
 #include "frameworks/strand/VimraParameters.h"
 #include "frameworks/strand/kernels/LookCatalogue.h"
 #include "orvviews/shower/OrvImageShowerImpl.h"
-#include "platform/gfx/AttributedString.h"
-#include "platform/gfx/ImageContext.h"
 
 namespace orvdemo {
 
@@ -94,15 +92,6 @@ std::vector<Tile> tiles(const gfx::ImagePtr& photo) {
     return all;
 }
 
-void drawLabel(gfx::ImageContext& context, const std::string& text, const gfx::Rect& rect) {
-    gfx::TextAttributes attributes;
-    attributes.font = gfx::Font::systemFont(15);
-    attributes.foregroundColor = gfx::Color::white(0.92);
-    attributes.paragraphStyle = gfx::ParagraphStyle{
-        .alignment = gfx::TextAlignment::Center, .lineBreakMode = gfx::LineBreakMode::TruncateTail};
-    gfx::TextLayout(gfx::AttributedString(text, attributes), rect.size, 1).draw(context, rect);
-}
-
 // The picture fitted in the tile's square, centred.
 gfx::Rect fitted(const gfx::Image& image, const gfx::Rect& square) {
     const gfx::Size size = image.size();
@@ -119,22 +108,17 @@ int FilterContactSheet::write(const gfx::ImagePtr& photo, const std::string& pat
     const std::vector<Tile> all = tiles(photo);
     const int rows = (static_cast<int>(all.size()) + kColumns - 1) / kColumns;
     const gfx::Size size{kColumns * (kTile + kGap) + kGap, rows * (kTile + kLabel + kGap) + kGap};
-    gfx::ImageContext context(size, true, 1);
-    context.setFillColor(gfx::Color::rgb(0.11, 0.12, 0.15));
-    context.fillRect(gfx::Rect({0, 0}, size));
+    ContactSheet sheet(size);
     for (size_t i = 0; i < all.size(); ++i) {
         const double x = kGap + (i % kColumns) * (kTile + kGap);
         const double y = kGap + (i / kColumns) * (kTile + kLabel + kGap);
         const gfx::Rect square(x, y, kTile, kTile);
         if (all[i].image && all[i].image->bitmap()) {
-            context.drawImageInRect(*all[i].image, fitted(*all[i].image, square));
+            sheet.context().drawImageInRect(*all[i].image, fitted(*all[i].image, square));
         }
-        drawLabel(context, all[i].name, gfx::Rect(x, y + kTile + 8, kTile, kLabel - 8));
+        sheet.drawLabel(all[i].name, gfx::Rect(x, y + kTile + 8, kTile, kLabel - 8), 15);
     }
-    const auto png = orvPngData(context.endImage());
-    return !png.empty() && OrvTSFileManager::writeDataAtomically(png, path)
-               ? static_cast<int>(all.size())
-               : 0;
+    return sheet.write(path) ? static_cast<int>(all.size()) : 0;
 }
 
 }  // namespace orvdemo

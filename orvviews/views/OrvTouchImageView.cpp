@@ -111,6 +111,8 @@ gfx::Rect OrvTouchImageView::contentRectWithSize(gfx::Size size, const gfx::Rect
         q.origin.x -= wrapView_->bounds().origin.x;
         q.origin.y -= wrapView_->bounds().origin.y;
         wrapView_->setContentInset({q.origin.y, q.origin.x, q.origin.y, q.origin.x});
+        // The insets centre the picture at the offset that shows them.
+        wrapView_->setContentOffset({-q.origin.x, -q.origin.y});
         imageView_->setContentMode(ui::ContentMode::ScaleAspectFit);
     }
     wrapView_->setContentSize(q.size);
@@ -123,11 +125,6 @@ void OrvTouchImageView::setImage(const gfx::ImagePtr& image) {
     imageView_->setFrame({0, 0, q.size.width, q.size.height});
     imageWrapView_->setFrame({0, 0, q.size.width, q.size.height});
     imageView_->setImage(image);
-    if (gfx::rectIsEmpty(cutRegionView_ ? cutRegionView_->regionRect() : gfx::Rect{}) ||
-        regionRatio_ <= 0) {
-        // Without a window the insets centre the picture at the offset that shows them.
-        wrapView_->setContentOffset({-q.origin.x, -q.origin.y});
-    }
 }
 
 void OrvTouchImageView::needUpdateLayout() {
@@ -168,8 +165,6 @@ void OrvTouchImageView::changeRegionRatio(double ratio) {
             }
             orvSetSize(*self->imageView_, q.size);
             orvSetSize(*self->imageWrapView_, q.size);
-            if (gfx::rectIsEmpty(region))
-                self->wrapView_->setContentOffset({-q.origin.x, -q.origin.y});
         },
         [self](bool) { self->setAnimingState(false); });
 }
@@ -245,7 +240,6 @@ void OrvTouchImageView::resizeWithTrun(bool left) {
     const gfx::Rect q = contentRectWithSize({size.height, size.width});
     imageView_->setTransform(gfx::AffineTransform::rotation(left ? -M_PI / 2 : M_PI / 2));
     imageView_->setFrame({0, 0, q.size.width, q.size.height});
-    if (regionRatio_ <= 0) wrapView_->setContentOffset({-q.origin.x, -q.origin.y});
 }
 
 void OrvTouchImageView::resizeCompletedWithTrun(bool left) {
